@@ -1,0 +1,38 @@
+#pragma once
+#include <QString>
+#include <cstdint>
+
+// Number text as our files and displays have always had it: a lenient reader,
+// the classic format patterns, and the rounding rules, each named for what it does.
+namespace numtext {
+
+// The leading number of s, else 0. Blanks and tabs inside the number are skipped,
+// "&H"/"&O" give hexadecimal and octal, an exponent "E"/"D" is honoured.
+double Val(const QString &s);
+
+// A "," from a locale's number format turned into "." before the text goes on.
+QString commaToPoint(QString s);
+
+// Val after turning "," into ".".
+inline double valc(const QString &s) { return Val(commaToPoint(s)); }
+
+// Greatest whole number not above x.
+double floorInt(double x);
+// To nearest, halves to even (the rounding of integer conversion and Round).
+double roundHalfEven(double x);
+// To nearest, halves away from zero (the rounding of the format patterns).
+double roundHalfAway(double x);
+// Halves to even, then held in 16 or 32 bits; outside them is an overflow run-time error.
+int16_t cint(double x);
+int32_t clng(double x);
+
+// Format x by a numeric pattern of "0", "#", "." and literal characters, e.g. "00000.000",
+// "####0.00", "0.0k", "00". The decimal sign is always ".".
+QString format(double x, const QString &pattern);
+
+// The plain text of a number as the program writes it to its files: shortest form,
+// at most 7 significant digits for singles and 15 for doubles, "." as decimal sign.
+QString str(float x);
+QString str(double x);
+
+} // namespace numtext

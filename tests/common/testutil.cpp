@@ -1,0 +1,50 @@
+#include "testutil.h"
+#include "core/shared_state.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+TestEnv::TestEnv()
+    : dialogs(std::make_shared<ui::ScriptedDialogs>()),
+      clock(std::make_shared<ui::FixedClock>(QDateTime(QDate(2026, 3, 14), QTime(12, 0)))),
+      programs(std::make_shared<ui::RecordingPrograms>())
+{
+    oldDialogs_ = ui::installDialogs(dialogs);
+    oldClock_ = ui::installClock(clock);
+    oldPrograms_ = ui::installPrograms(programs);
+    resetSharedState();
+}
+
+TestEnv::~TestEnv()
+{
+    ui::installDialogs(oldDialogs_);
+    ui::installClock(oldClock_);
+    ui::installPrograms(oldPrograms_);
+}
+
+bool TestEnv::dialogsClean(QString *why) const
+{
+    QStringList problems;
+    for (const auto &u : dialogs->unexpected)
+        problems << "unexpected " + u;
+    for (const auto &l : dialogs->leftover())
+        problems << "never shown " + l;
+    if (why)
+        *why = problems.join("; ");
+    return problems.isEmpty();
+}
+
+void writeFile(const QString &path, const QByteArray &bytes)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile f(path);
+    if (f.open(QIODevice::WriteOnly))
+        f.write(bytes);
+}
+
+QByteArray readFile(const QString &path)
+{
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
