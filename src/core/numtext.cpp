@@ -1,6 +1,7 @@
 #include "numtext.h"
 #include "runtime_error.h"
 
+#include <QList>
 #include <cmath>
 #include <limits>
 
@@ -133,21 +134,51 @@ QString format(double x, const QString &pattern)
     const int decimals = int(fracPart.size());
     const int minFrac = int(fracPart.count(u'0'));
 
-    // Go through decimal text of 15 significant digits first, so 1.005 formats as the user typed it.
-    const QString exact = QString::number(x, 'g', 15);
-    double y = exact.toDouble();
-    const bool negative = y < 0;
-    y = std::fabs(y);
-    const double scale = std::pow(10.0, decimals);
-    double scaled = std::round(y * scale);
-    // Guard against the scaling itself landing just below a half.
-    if (std::fabs(scaled - y * scale) > 0.5 + 1e-9)
-        scaled = std::floor(y * scale + 0.5);
-    QString digits = QString::number(scaled, 'f', 0);
-    while (digits.size() <= decimals)
-        digits.prepend(u'0');
-    QString ip = digits.left(digits.size() - decimals);
-    QString fp = digits.right(decimals);
+    // Round in decimal on 15 significant digits, so 1.005 formats as the user typed it.
+    const bool negative = x < 0;
+    QString ip, fp;
+    bool allZero = true;
+    {
+        const QString e = QString::number(std::fabs(x), 'e', 14); // d.dddddddddddddde+XX
+        const int ePos = int(e.indexOf(u'e'));
+        QString mant = e.left(ePos);
+        mant.remove(u'.');
+        const int exp10 = e.mid(ePos + 1).toInt();
+        // digits of the number: mant with the decimal point after (exp10 + 1) digits
+        QList<int> d;
+        for (QChar c : mant)
+            d.append(c.unicode() - '0');
+        int pointAt = exp10 + 1; // digits before the point
+        while (pointAt <= 0) {
+            d.prepend(0);
+            ++pointAt;
+        }
+        while (int(d.size()) < pointAt + decimals + 1)
+            d.append(0);
+        const int keep = pointAt + decimals;
+        const bool up = d[keep] >= 5;
+        d.resize(keep);
+        if (up) {
+            int i = keep - 1;
+            while (i >= 0) {
+                if (++d[i] < 10)
+                    break;
+                d[i] = 0;
+                --i;
+            }
+            if (i < 0) {
+                d.prepend(1);
+                ++pointAt;
+            }
+        }
+        for (int i = 0; i < int(d.size()); ++i) {
+            if (d[i] != 0)
+                allZero = false;
+            (i < pointAt ? ip : fp).append(QChar(u'0' + d[i]));
+        }
+        if (ip.isEmpty())
+            ip = QStringLiteral("0");
+    }
     // Integer part: drop leading zeros beyond what "0"s demand.
     while (ip.size() > 1 && ip[0] == u'0')
         ip.remove(0, 1);
@@ -163,7 +194,6 @@ QString format(double x, const QString &pattern)
         out += u'.' + fp;
     if (dot >= 0 && fp.isEmpty() && decimals > 0)
         out += u'.';
-    const bool allZero = scaled == 0;
     if (negative && !allZero)
         out.prepend(u'-');
     return prefix + out + suffix;
