@@ -1,9 +1,45 @@
 #include "simulators.h"
 
+#include "rx320_sim.h"
+
 std::unique_ptr<SimDevice> makeSimulator(int rxType)
 {
     switch (rxType) {
+    case 3: return std::make_unique<Rx320Sim>();
     default:
         return nullptr;
     }
+}
+
+namespace {
+struct NamedSimulator {
+    const char *name;
+    std::unique_ptr<SimDevice> (*make)();
+};
+
+template <class Sim>
+std::unique_ptr<SimDevice> make()
+{
+    return std::make_unique<Sim>();
+}
+
+const NamedSimulator kNamedSimulators[] = {
+    {"rx320", make<Rx320Sim>},
+};
+} // namespace
+
+std::unique_ptr<SimDevice> makeSimulatorByName(const QString &name)
+{
+    for (const auto &s : kNamedSimulators)
+        if (name == QLatin1String(s.name))
+            return s.make();
+    return nullptr;
+}
+
+QStringList simulatorNames()
+{
+    QStringList names;
+    for (const auto &s : kNamedSimulators)
+        names << QLatin1String(s.name);
+    return names;
 }

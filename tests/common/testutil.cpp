@@ -23,6 +23,8 @@ TestEnv::~TestEnv()
     ui::installPrograms(oldPrograms_);
 }
 
+void TestEnv::installSystemClock() { ui::installClock(ui::systemClock()); }
+
 bool TestEnv::dialogsClean(QString *why) const
 {
     QStringList problems;

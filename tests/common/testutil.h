@@ -14,6 +14,8 @@ public:
     std::shared_ptr<ui::ScriptedDialogs> dialogs;
     std::shared_ptr<ui::FixedClock> clock;
     std::shared_ptr<ui::RecordingPrograms> programs;
+    // For tests against a real line, where the simulator on the far side runs on real time.
+    void installSystemClock();
     // Fails the current test if a dialog came unexpected or an expected one never came.
     bool dialogsClean(QString *why = nullptr) const;
 
