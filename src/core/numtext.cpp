@@ -130,9 +130,11 @@ QString format(double x, const QString &pattern)
     const int dot = int(body.indexOf(u'.'));
     const QString intPart = dot < 0 ? body : body.left(dot);
     const QString fracPart = dot < 0 ? QString() : body.mid(dot + 1);
-    const int minInt = int(intPart.count(u'0'));
+    // Every place from the first "0" on is shown in the whole part, up to the last "0" in the fraction.
+    const int firstZero = int(intPart.indexOf(u'0'));
+    const int minInt = firstZero < 0 ? 0 : int(intPart.size()) - firstZero;
     const int decimals = int(fracPart.size());
-    const int minFrac = int(fracPart.count(u'0'));
+    const int minFrac = int(fracPart.lastIndexOf(u'0')) + 1;
 
     // Round in decimal on 15 significant digits, so 1.005 formats as the user typed it.
     const bool negative = x < 0;

@@ -2,6 +2,7 @@
 #include "core/shared_state.h"
 
 #include <QDir>
+#include <QTest>
 #include <QFile>
 #include <QFileInfo>
 
@@ -18,6 +19,10 @@ TestEnv::TestEnv()
 
 TestEnv::~TestEnv()
 {
+    // A dialog nobody expected, or an expected one that never came, fails the test that made it.
+    QString why;
+    if (!dialogsClean(&why) && !QTest::currentTestFailed())
+        QTest::qFail(qPrintable("dialogs: " + why), __FILE__, __LINE__);
     ui::installDialogs(oldDialogs_);
     ui::installClock(oldClock_);
     ui::installPrograms(oldPrograms_);

@@ -50,6 +50,9 @@ private slots:
         QTest::newRow("kilo suffix") << -4.2 << "0.0k" << "-4.2k";
         QTest::newRow("kilo zero") << 0.0 << "0.0k" << "0.0k";
         QTest::newRow("two digits") << 7.0 << "00" << "07";
+        QTest::newRow("zero before hash") << 3.0 << "0#" << "03";
+        QTest::newRow("hash before zero") << 3.0 << "#0" << "3";
+        QTest::newRow("hash fraction") << 2.5 << "0.0#" << "2.5";
         QTest::newRow("four digits") << 1800.0 << "0000" << "1800";
         QTest::newRow("wider than pattern") << 123456.0 << "00" << "123456";
         QTest::newRow("negative rounds to zero") << -0.001 << "0.00" << "0.00";
