@@ -1,5 +1,6 @@
 #include "frmWelcome.h"
 #include "frmAbout.h"
+#include "frmSetUp.h"
 #include "core/settings_files.h"
 #include "core/shared_state.h"
 #include "drivers/clsRX320.h"
@@ -173,12 +174,7 @@ void frmWelcome::imgGo_Click()
     it->second();
 }
 
-void frmWelcome::imgSetup_Click()
-{
-    auto it = openers().find(-1); // the set-up window registers under -1
-    if (it != openers().end())
-        it->second();
-}
+void frmWelcome::imgSetup_Click() { frmSetUp::open(); }
 
 void frmWelcome::imgAbout_Click()
 {

@@ -1,10 +1,12 @@
 #include "simulators.h"
 
+#include "ar7030_sim.h"
 #include "rx320_sim.h"
 
 std::unique_ptr<SimDevice> makeSimulator(int rxType)
 {
     switch (rxType) {
+    case 1: return std::make_unique<Ar7030Sim>();
     case 3: return std::make_unique<Rx320Sim>();
     default:
         return nullptr;
@@ -24,6 +26,7 @@ std::unique_ptr<SimDevice> make()
 }
 
 const NamedSimulator kNamedSimulators[] = {
+    {"ar7030", make<Ar7030Sim>},
     {"rx320", make<Rx320Sim>},
 };
 } // namespace

@@ -1,5 +1,7 @@
 #include "testutil.h"
 #include "core/shared_state.h"
+#include "data/file_store.h"
+#include "memory/mem_file.h"
 
 #include <QDir>
 #include <QTest>
@@ -15,6 +17,8 @@ TestEnv::TestEnv()
     oldClock_ = ui::installClock(clock);
     oldPrograms_ = ui::installPrograms(programs);
     resetSharedState();
+    resetFileStore();
+    setMemFileView(nullptr);
 }
 
 TestEnv::~TestEnv()
