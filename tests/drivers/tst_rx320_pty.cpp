@@ -6,7 +6,7 @@
 #include "testmain.h"
 #include "testutil.h"
 
-#include <QProcess>
+#include "simtool.h"
 #include <QTest>
 
 // The driver through a real pseudo-terminal and QSerialPort, against brelvox-sim.
@@ -18,14 +18,10 @@ private slots:
         TestEnv env;
         env.installSystemClock();
         labelRoutineRX320();
-        const QString tool = qEnvironmentVariable("BRELVOX_SIM_TOOL");
-        QVERIFY2(!tool.isEmpty(), "BRELVOX_SIM_TOOL is not set");
-        QProcess sim;
-        sim.start(tool, {"rx320"});
-        QVERIFY2(sim.waitForStarted(5000), qPrintable(sim.errorString()));
-        QTRY_VERIFY_WITH_TIMEOUT(sim.canReadLine(), 5000);
-        const QString device = QString::fromLocal8Bit(sim.readLine()).trimmed();
-        QVERIFY2(device.startsWith("/dev/"), qPrintable(device));
+        SimTool sim;
+        QString why;
+        QVERIFY2(sim.start("rx320", &why), qPrintable(why));
+        const QString device = sim.device();
 
         CommLine comm;
         auto port = std::make_unique<SerialPortBackend>(device);
@@ -42,14 +38,9 @@ private slots:
         QVERIFY(s >= 0 && s <= 22);
 
         // the simulator tells what it understood: the tune reached it as 9410 kHz USB
-        QString log;
-        QTRY_VERIFY_WITH_TIMEOUT((log += QString::fromLocal8Bit(sim.readAllStandardOutput()),
-                                  log.contains("9410.000")),
-                                 5000);
-        QVERIFY2(log.contains("USB"), qPrintable(log));
+        QVERIFY2(sim.waitForLog("9410.000"), qPrintable(sim.log()));
+        QVERIFY2(sim.log().contains("USB"), qPrintable(sim.log()));
         comm.setPortOpen(false);
-        sim.terminate();
-        sim.waitForFinished(3000);
     }
 };
 
