@@ -1,4 +1,5 @@
 #include "testutil.h"
+#include "core/runtime_error.h"
 #include "core/shared_state.h"
 #include "data/file_store.h"
 #include "memory/mem_file.h"
@@ -58,4 +59,14 @@ QByteArray readFile(const QString &path)
 {
     QFile f(path);
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+int errorOf(const std::function<void()> &f)
+{
+    try {
+        f();
+    } catch (const RuntimeError &e) {
+        return e.number();
+    }
+    return 0;
 }

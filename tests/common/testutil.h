@@ -3,6 +3,7 @@
 #include "ui/facades.h"
 
 #include <QTemporaryDir>
+#include <functional>
 #include <memory>
 
 // Installs scripted dialogs, a fixed clock and recording programs for one test case, and
@@ -31,3 +32,6 @@ private:
 // Writes bytes to dir/name, creating folders on the way.
 void writeFile(const QString &path, const QByteArray &bytes);
 QByteArray readFile(const QString &path);
+
+// The run-time error number that f raises, 0 when it raises none.
+int errorOf(const std::function<void()> &f);

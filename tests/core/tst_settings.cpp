@@ -16,15 +16,6 @@ QStringList settingsLines(int count)
         l << QString::number(i * 1.5);
     return l;
 }
-int errorOf(const std::function<void()> &f)
-{
-    try {
-        f();
-    } catch (const RuntimeError &e) {
-        return e.number();
-    }
-    return 0;
-}
 } // namespace
 
 class TestSettings : public QObject {

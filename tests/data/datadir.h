@@ -29,13 +29,3 @@ struct DataDir {
     }
 };
 
-// The run-time error number that f raises, 0 when it raises none.
-inline int errorOf(const std::function<void()> &f)
-{
-    try {
-        f();
-    } catch (const RuntimeError &e) {
-        return e.number();
-    }
-    return 0;
-}

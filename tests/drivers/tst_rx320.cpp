@@ -60,15 +60,6 @@ QByteArray bytes(std::initializer_list<int> v)
     return b;
 }
 
-int errorOf(const std::function<void()> &f)
-{
-    try {
-        f();
-    } catch (const RuntimeError &e) {
-        return e.number();
-    }
-    return 0;
-}
 } // namespace
 
 class TestRx320Driver : public QObject {

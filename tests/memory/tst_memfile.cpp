@@ -11,17 +11,6 @@
 #include <QTest>
 
 namespace {
-// The run-time error number that f raises, 0 when it raises none.
-int errorOf(const std::function<void()> &f)
-{
-    try {
-        f();
-    } catch (const RuntimeError &e) {
-        return e.number();
-    }
-    return 0;
-}
-
 QByteArray crlf(const QStringList &lines)
 {
     QByteArray b;
