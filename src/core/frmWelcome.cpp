@@ -3,7 +3,11 @@
 #include "frmSetUp.h"
 #include "core/settings_files.h"
 #include "core/shared_state.h"
+#include "drivers/clsAR7030.h"
 #include "drivers/clsRX320.h"
+#include "panels/frmAR7030.h"
+#include "panels/frmNoRx.h"
+#include "panels/frmRX320.h"
 #include "ui/widgets/form_position.h"
 #include "ui/widgets/images.h"
 
@@ -42,6 +46,7 @@ QToolButton *imageButton(QWidget *parent, const char *name, const QString &label
 std::unique_ptr<RxDriver> makeDriver(int type, CommLine &comm)
 {
     switch (type) {
+    case rxAR7030: return std::make_unique<clsAR7030>(comm);
     case rxRX320: return std::make_unique<clsRX320>(comm);
     default: return nullptr;
     }
@@ -165,13 +170,23 @@ void frmWelcome::imgGo_Click()
     hub.releaseDrivers();
     if (rxType < 0 || rxType > 4)
         return;
-    auto it = openers().find(rxType);
-    if (it == openers().end())
+    PanelOpener open;
+    switch (rxType) {
+    case rxNone: open = [] { return frmNoRx::open(); }; break;
+    case rxAR7030: open = [] { return frmAR7030::open(); }; break;
+    case rxRX320: open = [] { return frmRX320::open(); }; break;
+    default: {
+        auto it = openers().find(rxType);
+        if (it != openers().end())
+            open = it->second;
+    }
+    }
+    if (!open)
         return; // no panel for this model in this build: the start window stays
     hide();
     if (rxType >= 1)
         hub.setDriver(rxType, makeDriver(rxType, Comm1));
-    it->second();
+    open();
 }
 
 void frmWelcome::imgSetup_Click() { frmSetUp::open(); }

@@ -60,14 +60,18 @@ void CommLine::setPortOpen(bool open)
     const PortTarget target = resolvePort(commPort_, dirPath);
     std::unique_ptr<CommBackend> b;
     if (target.simulator) {
-        std::unique_ptr<SimDevice> dev = simFactory() ? simFactory()() : makeSimulator(rxType);
+        const bool builtIn = !simFactory();
+        std::unique_ptr<SimDevice> dev = builtIn ? makeSimulator(rxType) : simFactory()();
         if (!dev) {
             ui::MsgBox(QStringLiteral("Cannot open the serial port COM%1 (sim):\nthere is no simulator for this receiver.")
                            .arg(commPort_),
                        ui::vbExclamation, QStringLiteral("Serial port"));
             return;
         }
-        b = std::make_unique<SimBackend>(std::move(dev));
+        auto sim = std::make_unique<SimBackend>(std::move(dev));
+        // The built-in receiver answers at its line's real speed, so the program feels as with a set.
+        sim->setPaced(builtIn);
+        b = std::move(sim);
     } else {
         b = std::make_unique<SerialPortBackend>(target.device);
     }

@@ -1,0 +1,102 @@
+// The panel without a receiver: it opens no port, shows its decoration, and only closing, the
+// menu and emptying the frequency box act. Also the pictures of all three panels, on request.
+#include "core/frmWelcome.h"
+#include "core/textfile.h"
+#include "panels/frmAR7030.h"
+#include "panels/frmNoRx.h"
+#include "panels/frmRX320.h"
+#include "panel_rig.h"
+#include "testmain.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QDir>
+#include <QPushButton>
+#include <QSlider>
+#include <QtTest>
+
+class TestNoRxPanel : public QObject {
+    Q_OBJECT
+private slots:
+    void opensWithoutAPort()
+    {
+        PanelRig rig(rxNone);
+        frmNoRx *p = rig.open<frmNoRx>();
+        QVERIFY(p);
+        QVERIFY(isOpen(Win::frmNoRx));
+        QVERIFY(!rig.welcome->Comm1.PortOpen());
+        QVERIFY(rig.welcome->Comm1.backend() == nullptr);
+        QCOMPARE(p->windowTitle(), QString("No RX"));
+        QCOMPARE(p->lblVolume->text(), QString("50"));
+        QCOMPARE(p->lblMode->text(), QString("AM"));
+        QCOMPARE(p->lblBandwidth->text(), QString("Wid"));
+        QCOMPARE(p->lblAgcspeed->text(), QString("Med"));
+        QCOMPARE(p->cmbFreqstep->currentText(), QString("5"));
+        QCOMPARE(freqUpperLimit, 30000.0);
+        QVERIFY(!p->cmd0to9[1]->isEnabled());
+        for (const char *gone : {"mnuUpdate", "mnuResetRX", "mnuFirmware", "mnuEnableLLLR", "mnuDisableLLLR",
+                                 "mnuPowerOn", "mnuPowerOff", "mnuRXclock"})
+            QVERIFY2(!p->menuEntry(gone), gone);
+        for (const char *kept : {"mnuSetup", "mnuLast20", "mnuBdxc", "mnuLog", "mnuMemman", "mnuRxTimer", "mnuAbout"})
+            QVERIFY2(p->menuEntry(kept), kept);
+        QVERIFY(p->menuEntry("mnuAbout")->isEnabled());
+    }
+
+    void onlyTheBoxAndClosingAct()
+    {
+        PanelRig rig(rxNone);
+        frmNoRx *p = rig.open<frmNoRx>();
+        p->txtFrequencyA->setText("9410.00");
+        QTest::keyClick(p->txtFrequencyA, Qt::Key_Up);
+        QTest::keyClick(p->txtFrequencyA, Qt::Key_F, Qt::ControlModifier);
+        QTest::keyClick(p->txtFrequencyA, Qt::Key_Return);
+        QCOMPARE(p->lblMfreq->text(), QString());
+        // the hub does nothing without a receiver, and tells nothing
+        double f = 9415;
+        rig.welcome->Change2FreqA(f);
+        QCOMPARE(p->txtFrequencyA->text(), QString("9410.00"));
+        QTest::mouseDClick(p->txtFrequencyA, Qt::LeftButton);
+        QCOMPARE(p->txtFrequencyA->text(), QString());
+        VERIFY_DIALOGS_CLEAN(rig.env);
+        rig.click("cmdClose");
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(rig.panel.isNull());
+        QVERIFY(!isOpen(Win::frmNoRx));
+        QVERIFY(rig.welcome->isVisible());
+    }
+
+    // Pictures of the three panels for a look by eye: only when BRELVOX_PANEL_SHOTS names a folder.
+    void pictures()
+    {
+        const QString out = qEnvironmentVariable("BRELVOX_PANEL_SHOTS");
+        if (out.isEmpty())
+            QSKIP("set BRELVOX_PANEL_SHOTS to a folder to get the pictures");
+        QDir().mkpath(out);
+        {
+            PanelRig rig(rxAR7030);
+            slotLevelL() = 30;
+            slotLevelR() = 30;
+            frmAR7030 *p = rig.open<frmAR7030>();
+            p->resize(p->sizeHint());
+            rig.press("Ctrl+1 Ctrl+4 Ctrl+2 Ctrl+3");
+            QVERIFY(p->grab().save(out + "/ar7030.png"));
+        }
+        {
+            PanelRig rig(rxRX320);
+            writeFile(rig.dir.filePath("rx320settings.ini"),
+                      textfile::joinLines({"7100.5", "10", "-150", "1", "400", "1", "40", "20"}));
+            frmRX320 *p = rig.open<frmRX320>();
+            p->resize(p->sizeHint());
+            QVERIFY(p->grab().save(out + "/rx320.png"));
+        }
+        {
+            PanelRig rig(rxNone);
+            frmNoRx *p = rig.open<frmNoRx>();
+            p->resize(p->sizeHint());
+            QVERIFY(p->grab().save(out + "/norx.png"));
+        }
+    }
+};
+
+BRELVOX_TEST(TestNoRxPanel)
+#include "tst_norx_panel.moc"

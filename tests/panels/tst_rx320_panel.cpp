@@ -1,0 +1,279 @@
+// The RX-320 panel against the simulated receiver: its settings file across sessions, its
+// filter groups, its keyboard, and muting on the way out.
+#include "core/frmWelcome.h"
+#include "core/runtime_error.h"
+#include "core/textfile.h"
+#include "drivers/clsRX320.h"
+#include "panels/frmRX320.h"
+#include "panel_rig.h"
+#include "testmain.h"
+
+#include <QAction>
+#include <QComboBox>
+#include <QPushButton>
+#include <QSlider>
+#include <QtTest>
+
+namespace {
+// freq, filter, shift, AGC, BFO, mode, volume, line
+QByteArray settingsLines(const QStringList &v) { return textfile::joinLines(v); }
+
+const QStringList kUsb7100 = {"7100.5", "10", "-150", "1", "400", "1", "40", "20"};
+const QStringList kAmWide = {"7100.5", "33", "0", "2", "0", "0", "40", "20"};
+
+double tunedKhz(const Rx320Sim &s) { return s.tunedHz() / 1000.0; }
+
+void deliverDeletes() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
+} // namespace
+
+class TestRx320Panel : public QObject {
+    Q_OBJECT
+private slots:
+    void loadRestoresAndSendsTheSettings()
+    {
+        PanelRig rig(rxRX320);
+        writeFile(rig.dir.filePath("rx320settings.ini"), settingsLines(kUsb7100));
+        frmRX320 *p = rig.open<frmRX320>();
+        QVERIFY(p);
+        QVERIFY(isOpen(Win::frmRX320));
+        QVERIFY(qAbs(tunedKhz(rig.rx()) - 7100.5) < 0.005);
+        QCOMPARE(rig.rx().mode(), 1);
+        QCOMPARE(rig.rx().filterIndex(), 10);
+        QCOMPARE(rig.rx().agc(), 1);
+        QCOMPARE(rig.rx().speakerByte(), int(rx320LevelByte(40)));
+        QCOMPARE(rig.rx().lineByte(), int(rx320LevelByte(20)));
+        QCOMPARE(p->txtFrequencyA->text(), QString("7100.500"));
+        QCOMPARE(p->lblMode->text(), QString("USB"));
+        QCOMPARE(p->lblBandwidth->text(), QString("3000"));
+        QCOMPARE(p->lblAgcspeed->text(), QString("Slw"));
+        QCOMPARE(p->lblPassbandshift->text(), QString("-150"));
+        QCOMPARE(p->vsbBeatfreqosc->value(), 400);
+        QVERIFY(!p->vsbBeatfreqosc->isEnabled()); // the BFO waits for CW
+        QCOMPARE(p->shownGroup(), 1);             // the group that holds 3000 Hz
+        QCOMPARE(p->cmdBwgroup[3]->property("active").toBool(), true);
+        VERIFY_DIALOGS_CLEAN(rig.env);
+    }
+
+    // Closed and opened again: the eight settings come back and a fresh receiver is tuned to them.
+    void settingsRoundTripAcrossSessions()
+    {
+        PanelRig rig(rxRX320);
+        writeFile(rig.dir.filePath("rx320settings.ini"), settingsLines(kUsb7100));
+        frmRX320 *p = rig.open<frmRX320>();
+        rig.typeFrequency("9410");
+        rig.press("Shift+C Shift+F2 Shift+F5 Alt+= Shift+= Shift+= Shift+=");
+        QVERIFY(p->vsbBeatfreqosc->isEnabled());
+        QCOMPARE(p->lblBandwidth->text(), QString("1050")); // group 2, button 6
+        rig.click("cmdClose");
+        deliverDeletes();
+        QVERIFY(rig.panel.isNull());
+        QCOMPARE(readFile(rig.dir.filePath("rx320settings.ini")),
+                 settingsLines({"9410", "23", "0", "1", "400", "3", "45", "20"}));
+        QVERIFY(rig.welcome->isVisible());
+
+        frmRX320 *again = rig.open<frmRX320>();
+        QCOMPARE(int(rig.rxs.size()), 2); // a new receiver on the new line
+        QVERIFY(qAbs(tunedKhz(rig.rx()) - 9410.0) < 0.005);
+        QCOMPARE(rig.rx().mode(), 3);
+        QCOMPARE(rig.rx().filterIndex(), 23);
+        QVERIFY(qAbs(rig.rx().bfoHz() - 400) < 1); // the stored BFO is in use in CW
+        QCOMPARE(rig.rx().speakerByte(), int(rx320LevelByte(45)));
+        QCOMPARE(again->txtFrequencyA->text(), QString("9410.000"));
+        QCOMPARE(again->lblPassbandshift->text(), QString("0"));
+        QCOMPARE(again->lblBeatfreqosc->text(), QString("400"));
+        QVERIFY(again->vsbBeatfreqosc->isEnabled());
+        QCOMPARE(again->shownGroup(), 2);
+        VERIFY_DIALOGS_CLEAN(rig.env);
+    }
+
+    void missingSettingsFileIsFatal()
+    {
+        PanelRig rig(rxRX320);
+        int number = 0;
+        try {
+            rig.welcome->imgGo_Click();
+        } catch (const RuntimeError &e) {
+            number = e.number();
+        }
+        QCOMPARE(number, 53);
+        deliverDeletes();
+        QVERIFY(frmWelcome::openWindow(Win::frmRX320) == nullptr);
+        QVERIFY(!isOpen(Win::frmRX320));
+        QVERIFY(rig.welcome->hub.panel() == nullptr);
+    }
+
+    void muteOnExit_data()
+    {
+        QTest::addColumn<int>("speaker");
+        QTest::addColumn<int>("line");
+        QTest::newRow("neither") << 0 << 0;
+        QTest::newRow("loudspeaker") << 1 << 0;
+        QTest::newRow("line") << 0 << 1;
+        QTest::newRow("both") << 1 << 1;
+    }
+    void muteOnExit()
+    {
+        QFETCH(int, speaker);
+        QFETCH(int, line);
+        PanelRig rig(rxRX320);
+        slotMute(0) = float(speaker);
+        slotMute(1) = float(line);
+        writeFile(rig.dir.filePath("rx320settings.ini"), settingsLines(kAmWide));
+        rig.open<frmRX320>();
+        rig.click("cmdClose");
+        deliverDeletes();
+        QCOMPARE(rig.rx().speakerByte(), speaker ? 63 : int(rx320LevelByte(40)));
+        QCOMPARE(rig.rx().lineByte(), line ? 63 : int(rx320LevelByte(20)));
+        // the file keeps the levels the listener had
+        QCOMPARE(readFile(rig.dir.filePath("rx320settings.ini")), settingsLines(kAmWide));
+    }
+
+    void filterGroups()
+    {
+        PanelRig rig(rxRX320);
+        writeFile(rig.dir.filePath("rx320settings.ini"), settingsLines(kAmWide));
+        frmRX320 *p = rig.open<frmRX320>();
+        QCOMPARE(p->shownGroup(), 0);
+        QCOMPARE(p->cmdBwgroup[0]->text(), QString("8000"));
+        QCOMPARE(p->cmdBwgroup[7]->text(), QString("4200"));
+        QVERIFY(!p->cmdBwgroup[8]->isEnabled());
+        rig.click("cmdBwgroup_1");
+        QCOMPARE(rig.rx().filterWidthHz(), 6000);
+        rig.click("cmdBwgroup_0");
+        QCOMPARE(rig.rx().filterIndex(), 33);
+        QCOMPARE(rig.rx().filterWidthHz(), 8000);
+        QCOMPARE(p->lblBandwidth->text(), QString("8000"));
+        rig.click("cmdBwrange_2");
+        QStringList captions;
+        for (QPushButton *b : p->cmdBwgroup)
+            captions << (b->isEnabled() ? b->text() : "-");
+        QCOMPARE(captions.join(' '), QString("1950 1800 1650 1500 1350 1200 1050 - - -"));
+        QVERIFY(p->cmdBwgroup[9]->text().isEmpty());
+    }
+
+    void keyboard_data()
+    {
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<QString>("probe");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("shift F1 shows group 3") << "Shift+F1" << "button0" << "900";
+        QTest::newRow("shift F4 F8") << "Shift+F2 Shift+F4 Shift+F8" << "filter" << "33";
+        QTest::newRow("shift F3 F5") << "Shift+F3 Shift+F5" << "filter" << "13";
+        QTest::newRow("shift F6 in group 0") << "Shift+F6" << "lblBandwidth" << "5100";
+        QTest::newRow("shift C") << "Shift+C" << "mode" << "3";
+        QTest::newRow("shift L") << "Shift+L" << "lblMode" << "LSB";
+        QTest::newRow("shift U") << "Shift+U" << "mode" << "1";
+        QTest::newRow("shift A after C") << "Shift+C Shift+A" << "mode" << "0";
+        QTest::newRow("shift =") << "Shift+=" << "lblPassbandshift" << "50";
+        QTest::newRow("shift -") << "Shift+-" << "lblPassbandshift" << "-50";
+        QTest::newRow("shift = 0") << "Shift+= Shift+= Shift+0" << "lblPassbandshift" << "0";
+        QTest::newRow("alt =") << "Alt+=" << "speaker" << QString::number(rx320LevelByte(45));
+        QTest::newRow("alt -") << "Alt+-" << "lblVolume" << "35";
+        QTest::newRow("alt 0") << "Alt+0" << "speaker" << "63";
+        QTest::newRow("up") << "Up" << "box" << "7105.500";
+        QTest::newRow("ctrl down") << "Ctrl+Down" << "freq" << "7095.500";
+        QTest::newRow("ctrl digits") << "Ctrl+9 Ctrl+4 Ctrl+1 Ctrl+0 Ctrl+F" << "freq" << "9410.000";
+    }
+    void keyboard()
+    {
+        QFETCH(QString, keys);
+        QFETCH(QString, probe);
+        QFETCH(QString, expected);
+        PanelRig rig(rxRX320);
+        writeFile(rig.dir.filePath("rx320settings.ini"), settingsLines(kAmWide));
+        frmRX320 *p = rig.open<frmRX320>();
+        rig.press(keys);
+        QString got;
+        if (probe == "button0")
+            got = p->cmdBwgroup[0]->text();
+        else if (probe == "filter")
+            got = QString::number(rig.rx().filterIndex());
+        else if (probe == "mode")
+            got = QString::number(rig.rx().mode());
+        else if (probe == "speaker")
+            got = QString::number(rig.rx().speakerByte());
+        else if (probe == "box")
+            got = p->txtFrequencyA->text();
+        else if (probe == "freq")
+            got = QString::number(tunedKhz(rig.rx()), 'f', 3);
+        else
+            got = p->findChild<QLabel *>(probe)->text();
+        QCOMPARE(got, expected);
+        VERIFY_DIALOGS_CLEAN(rig.env);
+    }
+
+    void typingTunesAndRefusesOutOfRange()
+    {
+        PanelRig rig(rxRX320);
+        writeFile(rig.dir.filePath("rx320settings.ini"), settingsLines(kAmWide));
+        frmRX320 *p = rig.open<frmRX320>();
+        rig.typeFrequency("9410");
+        QCOMPARE(QString::number(tunedKhz(rig.rx()), 'f', 3), QString("9410.000"));
+        QCOMPARE(p->txtFrequencyA->text(), QString("9410.000"));
+        for (const char *bad : {"99.999", "30000.001"}) {
+            rig.env.dialogs->expectMsgBox("Frequency outside range");
+            const qsizetype before = rig.wireSize();
+            rig.typeFrequency(bad);
+            QCOMPARE(rig.wireSize(), before);
+            QCOMPARE(rig.env.dialogs->shown.last().title, QString("Input Error"));
+        }
+        VERIFY_DIALOGS_CLEAN(rig.env);
+        QCOMPARE(QString::number(tunedKhz(rig.rx()), 'f', 3), QString("9410.000"));
+    }
+
+    // The AGC buttons send 1..3 and show the label of index 0..2; the hub hands over an index,
+    // and its "U" deliberately shows "Med" while the receiver runs slow.
+    void agcLabels()
+    {
+        PanelRig rig(rxRX320);
+        writeFile(rig.dir.filePath("rx320settings.ini"), settingsLines(kAmWide));
+        frmRX320 *p = rig.open<frmRX320>();
+        QCOMPARE(p->lblAgcspeed->text(), QString("Med"));
+        rig.click("cmdAgcspeed_2");
+        QCOMPARE(rig.rx().agc(), 3);
+        QCOMPARE(p->lblAgcspeed->text(), QString("Fst"));
+        QString letter = "u";
+        rig.welcome->SetRx2mfa(letter);
+        QCOMPARE(rig.rx().agc(), 1);
+        QCOMPARE(p->lblAgcspeed->text(), QString("Med"));
+        QCOMPARE(p->lblMode->text(), QString("USB"));
+        QCOMPARE(p->lblBandwidth->text(), QString("3000"));
+    }
+
+    void menuDifferences()
+    {
+        PanelRig rig(rxRX320);
+        writeFile(rig.dir.filePath("rx320settings.ini"), settingsLines(kAmWide));
+        frmRX320 *p = rig.open<frmRX320>();
+        for (const char *gone : {"mnuUpdate", "mnuResetRX", "mnuPowerOn", "mnuPowerOff", "mnuEnableLLLR",
+                                 "mnuDisableLLLR", "mnuMaqrkfreqs", "mnuScratchpad"})
+            QVERIFY2(!p->menuEntry(gone), gone);
+        QCOMPARE(p->menuEntry("mnuMarkfreqs")->text(), QString("Mark freqs . . . "));
+        QCOMPARE(p->menuEntry("mnuSratchpad")->text(), QString("Freq Scratchpad . . ."));
+        QVERIFY(!p->menuEntry("mnuRXclock")->isEnabled());
+        p->menuEntry("mnuDisableLine")->trigger();
+        QVERIFY(!p->vsbLinelevel->isEnabled() && !p->lblLinelevel->isEnabled());
+        QCOMPARE(slotDisableLL(), 1.0f);
+        // mute leaves a disabled line alone
+        rig.click("lblMute");
+        QCOMPARE(rig.rx().speakerByte(), 63);
+        QCOMPARE(rig.rx().lineByte(), int(rx320LevelByte(20)));
+        rig.click("lblMute");
+        QCOMPARE(rig.rx().speakerByte(), int(rx320LevelByte(40)));
+        p->menuEntry("mnuEnableLine")->trigger();
+        QVERIFY(p->vsbLinelevel->isEnabled());
+        QCOMPARE(slotDisableLL(), 0.0f);
+        rig.click("lblMute");
+        QCOMPARE(rig.rx().lineByte(), 63);
+        rig.click("lblMute");
+        QCOMPARE(rig.rx().lineByte(), int(rx320LevelByte(20)));
+        QCOMPARE(p->lblLinelevel->text(), QString("20"));
+
+        rig.env.dialogs->expectMsgBox(Rx320Sim::kVersionText);
+        p->menuEntry("mnuFirmware")->trigger();
+        VERIFY_DIALOGS_CLEAN(rig.env);
+    }
+};
+
+BRELVOX_TEST(TestRx320Panel)
+#include "tst_rx320_panel.moc"
