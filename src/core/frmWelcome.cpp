@@ -4,8 +4,12 @@
 #include "core/settings_files.h"
 #include "core/shared_state.h"
 #include "drivers/clsAR7030.h"
+#include "drivers/clsNRD535.h"
+#include "drivers/clsNRD545.h"
 #include "drivers/clsRX320.h"
 #include "panels/frmAR7030.h"
+#include "panels/frmNRD535.h"
+#include "panels/frmNRD545.h"
 #include "panels/frmNoRx.h"
 #include "panels/frmRX320.h"
 #include "ui/widgets/form_position.h"
@@ -18,11 +22,6 @@
 
 namespace {
 frmWelcome *theWelcome = nullptr;
-std::map<int, frmWelcome::PanelOpener> &openers()
-{
-    static std::map<int, frmWelcome::PanelOpener> m;
-    return m;
-}
 std::map<Win, QWidget *> &openWindows()
 {
     static std::map<Win, QWidget *> m;
@@ -48,6 +47,8 @@ std::unique_ptr<RxDriver> makeDriver(int type, CommLine &comm)
     switch (type) {
     case rxAR7030: return std::make_unique<clsAR7030>(comm);
     case rxRX320: return std::make_unique<clsRX320>(comm);
+    case rxNRD535: return std::make_unique<clsNRD535>(comm);
+    case rxNRD545: return std::make_unique<clsNRD545>(comm);
     default: return nullptr;
     }
 }
@@ -121,8 +122,6 @@ frmWelcome::~frmWelcome()
 
 frmWelcome *frmWelcome::instance() { return theWelcome; }
 
-void frmWelcome::registerPanel(int type, PanelOpener opener) { openers()[type] = std::move(opener); }
-
 void frmWelcome::setOpenWindow(Win w, QWidget *widget)
 {
     if (widget)
@@ -175,14 +174,9 @@ void frmWelcome::imgGo_Click()
     case rxNone: open = [] { return frmNoRx::open(); }; break;
     case rxAR7030: open = [] { return frmAR7030::open(); }; break;
     case rxRX320: open = [] { return frmRX320::open(); }; break;
-    default: {
-        auto it = openers().find(rxType);
-        if (it != openers().end())
-            open = it->second;
+    case rxNRD535: open = [] { return frmNRD535::open(); }; break;
+    case rxNRD545: open = [] { return frmNRD545::open(); }; break;
     }
-    }
-    if (!open)
-        return; // no panel for this model in this build: the start window stays
     hide();
     if (rxType >= 1)
         hub.setDriver(rxType, makeDriver(rxType, Comm1));

@@ -40,9 +40,7 @@ public:
     void Update4RxFreq() { hub.Update4RxFreq(); }
     QVariant Update2RxFreq() { return hub.Update2RxFreq(); }
 
-    // Panels register how they are opened, by rxType; a type without a panel opens nothing.
     using PanelOpener = std::function<QWidget *()>;
-    static void registerPanel(int type, PanelOpener opener);
     // Windows register themselves while open, so that titles can be written.
     static void setOpenWindow(Win w, QWidget *widget);
     static QWidget *openWindow(Win w);
