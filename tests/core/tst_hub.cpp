@@ -1,3 +1,5 @@
+// The frequency hub: limits and their message, mode letters to and from each model, the
+// distribution of a new frequency, and the NRD reports' frames.
 #include "core/hub.h"
 #include "core/shared_state.h"
 #include "drivers/rx_driver.h"
@@ -35,14 +37,11 @@ public:
     QString frequencyText() const override { return {}; }
 };
 
-class Follower : public FrequencyFollower {
-public:
-    explicit Follower(QString name, QStringList *log) : name_(std::move(name)), log_(log) {}
-    void setFrequencyText(const QString &t) override { *log_ << name_ + "=" + t; }
-
-private:
-    QString name_;
-    QStringList *log_;
+struct Follower : FrequencyFollower {
+    Follower(QString n, QStringList *l) : name(std::move(n)), log(l) {}
+    QString name;
+    QStringList *log;
+    void setFrequencyText(const QString &t) override { *log << name + "=" + t; }
 };
 
 struct Rig {
@@ -72,18 +71,13 @@ private slots:
         QTest::addColumn<int>("type");
         QTest::addColumn<double>("freq");
         QTest::addColumn<bool>("tunes");
-        QTest::newRow("AR7030 lower") << 1 << 10.0 << true;
-        QTest::newRow("AR7030 below") << 1 << 9.999 << false;
-        QTest::newRow("AR7030 upper") << 1 << 32016.0 << true;
-        QTest::newRow("AR7030 above") << 1 << 32016.001 << false;
-        QTest::newRow("NRD535 upper") << 2 << 29999.999 << true;
-        QTest::newRow("NRD535 above") << 2 << 30000.0 << false;
-        QTest::newRow("RX320 lower") << 3 << 100.0 << true;
-        QTest::newRow("RX320 below") << 3 << 99.999 << false;
-        QTest::newRow("RX320 upper") << 3 << 30000.0 << true;
-        QTest::newRow("RX320 above") << 3 << 30000.001 << false;
-        QTest::newRow("NRD545 lower") << 4 << 10.0 << true;
-        QTest::newRow("NRD545 above") << 4 << 30000.0 << false;
+        for (auto [type, lower, upper] : {std::tuple{1, 10.0, 32016.0}, {2, 10.0, 29999.999}, {3, 100.0, 30000.0},
+                                          {4, 10.0, 29999.999}}) {
+            QTest::addRow("%d at %g", type, lower) << type << lower << true;
+            QTest::addRow("%d below %g", type, lower) << type << lower - 0.001 << false;
+            QTest::addRow("%d at %g", type, upper) << type << upper << true;
+            QTest::addRow("%d above %g", type, upper) << type << upper + 0.001 << false;
+        }
     }
     void limits()
     {
@@ -96,12 +90,10 @@ private slots:
             env.dialogs->expectMsgBox("Frequency outside range");
         rig.hub.Change2FreqA(freq);
         VERIFY_DIALOGS_CLEAN(env);
-        if (tunes) {
-            QCOMPARE(rig.driver->calls, QStringList{QString("F%1").arg(freq, 0, 'f', 3)});
-            QCOMPARE(rig.panel.calls, QStringList{QString("f%1").arg(freq, 0, 'f', 3)});
-        } else {
-            QVERIFY(rig.driver->calls.isEmpty());
-            QVERIFY(rig.panel.calls.isEmpty());
+        const QString khz = QString::number(freq, 'f', 3);
+        QCOMPARE(rig.driver->calls, tunes ? QStringList{"F" + khz} : QStringList());
+        QCOMPARE(rig.panel.calls, tunes ? QStringList{"f" + khz} : QStringList());
+        if (!tunes) {
             QCOMPARE(env.dialogs->shown.first().title, QString("Input Error"));
             QCOMPARE(env.dialogs->shown.first().style, 48);
         }
@@ -128,29 +120,31 @@ private slots:
         QTest::addColumn<QString>("letter");
         QTest::addColumn<QString>("driver");
         QTest::addColumn<QString>("panel");
+        QTest::addColumn<int>("nrdOption"); // the NRD-535's 1 kHz filter
         // AR7030: filters from the settings (14..17 hold 1, 2, 3, 4 below)
-        QTest::newRow("AR A") << 1 << "A" << "M1 B1 G0" << "m1 b1 g0";
-        QTest::newRow("AR u lower case") << 1 << "u" << "M7 B2 G2" << "m7 b2 g2";
-        QTest::newRow("AR L") << 1 << "L" << "M6 B2 G2" << "m6 b2 g2";
-        QTest::newRow("AR C") << 1 << "C" << "M5 B3 G0" << "m5 b3 g0";
-        QTest::newRow("AR F leaves AGC") << 1 << "f" << "M3 B4" << "m3 b4";
-        QTest::newRow("AR D") << 1 << "D" << "M4 B2 G0" << "m4 b2 g0";
-        QTest::newRow("AR unknown") << 1 << "x" << "" << "";
-        QTest::newRow("NRD535 A") << 2 << "A" << "M4 B0 G1" << "m4 b0 g1";
-        QTest::newRow("NRD535 U") << 2 << "U" << "M2 B1 G0" << "m2 b1 g0";
-        QTest::newRow("NRD535 L") << 2 << "L" << "M3 B1 G0" << "m3 b1 g0";
-        QTest::newRow("NRD535 C with 1 kHz option") << 2 << "C" << "M1 B2 G1" << "m1 b2 g1";
-        QTest::newRow("NRD535 F") << 2 << "F" << "M5 B3" << "m5 b3";
-        QTest::newRow("NRD535 D") << 2 << "d" << "M6 B1 G1" << "m6 b1 g1";
-        QTest::newRow("RX320 A") << 3 << "A" << "M0 B2 G3" << "m0 b2 g2";
-        QTest::newRow("RX320 U shows medium") << 3 << "U" << "M1 B10 G1" << "m1 b10 g1";
-        QTest::newRow("RX320 L shows medium") << 3 << "l" << "M2 B10 G1" << "m2 b10 g1";
-        QTest::newRow("RX320 C") << 3 << "C" << "M3 B23 G3" << "m3 b23 g2";
-        QTest::newRow("RX320 F does nothing") << 3 << "f" << "" << "";
-        QTest::newRow("RX320 D does nothing") << 3 << "D" << "" << "";
-        QTest::newRow("NRD545 A mode only") << 4 << "a" << "M4" << "m4";
-        QTest::newRow("NRD545 D") << 4 << "D" << "M0" << "m0";
-        QTest::newRow("NRD545 F") << 4 << "F" << "M5" << "m5";
+        QTest::newRow("AR A") << 1 << "A" << "M1 B1 G0" << "m1 b1 g0" << 1;
+        QTest::newRow("AR u lower case") << 1 << "u" << "M7 B2 G2" << "m7 b2 g2" << 1;
+        QTest::newRow("AR L") << 1 << "L" << "M6 B2 G2" << "m6 b2 g2" << 1;
+        QTest::newRow("AR C") << 1 << "C" << "M5 B3 G0" << "m5 b3 g0" << 1;
+        QTest::newRow("AR F leaves AGC") << 1 << "f" << "M3 B4" << "m3 b4" << 1;
+        QTest::newRow("AR D") << 1 << "D" << "M4 B2 G0" << "m4 b2 g0" << 1;
+        QTest::newRow("AR unknown") << 1 << "x" << "" << "" << 1;
+        QTest::newRow("NRD535 A") << 2 << "A" << "M4 B0 G1" << "m4 b0 g1" << 1;
+        QTest::newRow("NRD535 U") << 2 << "U" << "M2 B1 G0" << "m2 b1 g0" << 1;
+        QTest::newRow("NRD535 L") << 2 << "L" << "M3 B1 G0" << "m3 b1 g0" << 1;
+        QTest::newRow("NRD535 C with 1 kHz option") << 2 << "C" << "M1 B2 G1" << "m1 b2 g1" << 1;
+        QTest::newRow("NRD535 C without it") << 2 << "C" << "M1 B1 G1" << "m1 b1 g1" << 0;
+        QTest::newRow("NRD535 F") << 2 << "F" << "M5 B3" << "m5 b3" << 1;
+        QTest::newRow("NRD535 D") << 2 << "d" << "M6 B1 G1" << "m6 b1 g1" << 1;
+        QTest::newRow("RX320 A") << 3 << "A" << "M0 B2 G3" << "m0 b2 g2" << 1;
+        QTest::newRow("RX320 U shows medium") << 3 << "U" << "M1 B10 G1" << "m1 b10 g1" << 1;
+        QTest::newRow("RX320 L shows medium") << 3 << "l" << "M2 B10 G1" << "m2 b10 g1" << 1;
+        QTest::newRow("RX320 C") << 3 << "C" << "M3 B23 G3" << "m3 b23 g2" << 1;
+        QTest::newRow("RX320 F does nothing") << 3 << "f" << "" << "" << 1;
+        QTest::newRow("RX320 D does nothing") << 3 << "D" << "" << "" << 1;
+        QTest::newRow("NRD545 A mode only") << 4 << "a" << "M4" << "m4" << 1;
+        QTest::newRow("NRD545 D") << 4 << "D" << "M0" << "m0" << 1;
+        QTest::newRow("NRD545 F") << 4 << "F" << "M5" << "m5" << 1;
     }
     void setRx2mfa()
     {
@@ -158,13 +152,12 @@ private slots:
         QFETCH(QString, letter);
         QFETCH(QString, driver);
         QFETCH(QString, panel);
+        QFETCH(int, nrdOption);
         TestEnv env;
         Rig rig(type);
-        slotArOption(0) = 1;
-        slotArOption(1) = 2;
-        slotArOption(2) = 3;
-        slotArOption(3) = 4;
-        slotNrdOption(0) = 1;
+        for (int i = 0; i < 4; ++i)
+            slotArOption(i) = float(i + 1);
+        slotNrdOption(0) = float(nrdOption);
         QString arg = letter;
         rig.hub.SetRx2mfa(arg);
         QCOMPARE(arg, letter.toUpper());
@@ -172,36 +165,16 @@ private slots:
         QCOMPARE(rig.panel.calls.join(' '), panel);
     }
 
-    void nrd535CwWithoutNarrowOption()
-    {
-        TestEnv env;
-        Rig rig(2);
-        slotNrdOption(0) = 0;
-        QString l = "C";
-        rig.hub.SetRx2mfa(l);
-        QCOMPARE(rig.driver->calls.join(' '), QString("M1 B1 G1"));
-    }
-
     void convertRx2mfa_data()
     {
         QTest::addColumn<int>("type");
         QTest::addColumn<int>("mode");
         QTest::addColumn<QString>("letter");
-        QTest::newRow("AR 0") << 1 << 0 << "";
-        QTest::newRow("AR Sync") << 1 << 2 << "a";
-        QTest::newRow("AR NFM") << 1 << 3 << "f";
-        QTest::newRow("AR Data") << 1 << 4 << "d";
-        QTest::newRow("AR USB") << 1 << 7 << "u";
-        QTest::newRow("AR 8") << 1 << 8 << "";
-        QTest::newRow("NRD535 RY") << 2 << 0 << "d";
-        QTest::newRow("NRD535 Fax") << 2 << 6 << "d";
-        QTest::newRow("NRD535 AM-L") << 2 << 8 << "a";
-        QTest::newRow("NRD535 9") << 2 << 9 << "";
-        QTest::newRow("RX320 CW") << 3 << 3 << "c";
-        QTest::newRow("RX320 4") << 3 << 4 << "";
-        QTest::newRow("NRD545 AMS") << 4 << 6 << "a";
-        QTest::newRow("NRD545 WFM") << 4 << 9 << "";
-        QTest::newRow("NRD545 LSB") << 4 << 3 << "l";
+        // "type:mode=letter": AR7030 0, Sync, NFM, Data, USB, 8; NRD-535 RY, Fax, AM-L, 9; RX-320
+        // CW, 4; NRD-545 AMS, WFM, LSB
+        for (const char *r : {"1:0=", "1:2=a", "1:3=f", "1:4=d", "1:7=u", "1:8=", "2:0=d", "2:6=d", "2:8=a", "2:9=",
+                              "3:3=c", "3:4=", "4:6=a", "4:9=", "4:3=l"})
+            QTest::newRow(r) << r[0] - '0' << QByteArray(r).mid(2).split('=')[0].toInt() << QString(r).section(u'=', 1);
     }
     void convertRx2mfa()
     {
@@ -276,6 +249,7 @@ private slots:
         QTest::addColumn<double>("khz");
         QTest::newRow("NRD535") << 2 << "I1F0094" << "10000A\r" << 9410.0;
         QTest::newRow("NRD545") << 4 << "F0000" << "6070000AAA\r" << 6070.0;
+        QTest::newRow("AR7030 only clears") << 1 << "12" << "34\r" << 77.0;
     }
     void getfreqFrameInTwoPieces()
     {
@@ -287,9 +261,9 @@ private slots:
         Rig rig(type);
         int searches = 0;
         rig.hub.searchTracking = [&] { ++searches; };
-        bool ignore = true;
-        rig.hub.last20IgnoresSteps = [&] { return ignore; };
+        rig.hub.last20IgnoresSteps = [] { return true; };
         last20Enabled = true;
+        trackFreq = 77;
         QString box;
         rig.hub.getfreq(box, first);
         QCOMPARE(box, first);
@@ -298,21 +272,9 @@ private slots:
         rig.hub.getfreq(box, second);
         QVERIFY(box.isEmpty());
         QCOMPARE(trackFreq, khz);
-        QCOMPARE(rig.panel.calls, QStringList{QString("f%1").arg(khz, 0, 'f', 3)});
+        QCOMPARE(rig.panel.calls, type == 1 ? QStringList() : QStringList{QString("f%1").arg(khz, 0, 'f', 3)});
         QCOMPARE(searches, 1);
-        QVERIFY(!last20Enabled); // "Ignore Freq steps" ticked
-    }
-
-    void getfreqOtherModelsOnlyClear()
-    {
-        TestEnv env;
-        Rig rig(1);
-        trackFreq = 77;
-        QString box = "xx";
-        rig.hub.getfreq(box, "1234\r");
-        QVERIFY(box.isEmpty());
-        QCOMPARE(trackFreq, 77.0);
-        QVERIFY(rig.panel.calls.isEmpty());
+        QCOMPARE(last20Enabled, type == 1); // an NRD report with "Ignore Freq steps" ticked keeps it out
     }
 };
 

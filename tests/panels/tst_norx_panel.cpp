@@ -2,9 +2,7 @@
 // menu and emptying the frequency box act. Also the pictures of all three panels, on request.
 #include "core/frmWelcome.h"
 #include "core/textfile.h"
-#include "panels/frmAR7030.h"
 #include "panels/frmNoRx.h"
-#include "panels/frmRX320.h"
 #include "panel_rig.h"
 #include "testmain.h"
 
@@ -22,23 +20,15 @@ private slots:
     {
         PanelRig rig(rxNone);
         frmNoRx *p = rig.open<frmNoRx>();
-        QVERIFY(p);
-        QVERIFY(isOpen(Win::frmNoRx));
-        QVERIFY(!rig.welcome->Comm1.PortOpen());
+        QVERIFY(p && isOpen(Win::frmNoRx));
         QVERIFY(rig.welcome->Comm1.backend() == nullptr);
         QCOMPARE(p->windowTitle(), QString("No RX"));
         QCOMPARE(p->lblVolume->text(), QString("50"));
         QCOMPARE(p->lblMode->text(), QString("AM"));
         QCOMPARE(p->lblBandwidth->text(), QString("Wid"));
-        QCOMPARE(p->lblAgcspeed->text(), QString("Med"));
-        QCOMPARE(p->cmbFreqstep->currentText(), QString("5"));
         QCOMPARE(freqUpperLimit, 30000.0);
         QVERIFY(!p->cmd0to9[1]->isEnabled());
-        for (const char *gone : {"mnuUpdate", "mnuResetRX", "mnuFirmware", "mnuEnableLLLR", "mnuDisableLLLR",
-                                 "mnuPowerOn", "mnuPowerOff", "mnuRXclock"})
-            QVERIFY2(!p->menuEntry(gone), gone);
-        for (const char *kept : {"mnuSetup", "mnuLast20", "mnuBdxc", "mnuLog", "mnuMemman", "mnuRxTimer", "mnuAbout"})
-            QVERIFY2(p->menuEntry(kept), kept);
+        QVERIFY(!p->menuEntry("mnuFirmware")); // nothing to ask
         QVERIFY(p->menuEntry("mnuAbout")->isEnabled());
     }
 
@@ -72,28 +62,14 @@ private slots:
         if (out.isEmpty())
             QSKIP("set BRELVOX_PANEL_SHOTS to a folder to get the pictures");
         QDir().mkpath(out);
-        {
-            PanelRig rig(rxAR7030);
-            slotLevelL() = 30;
-            slotLevelR() = 30;
-            frmAR7030 *p = rig.open<frmAR7030>();
-            p->resize(p->sizeHint());
-            rig.press("Ctrl+1 Ctrl+4 Ctrl+2 Ctrl+3");
-            QVERIFY(p->grab().save(out + "/ar7030.png"));
-        }
-        {
-            PanelRig rig(rxRX320);
+        for (int type : {int(rxAR7030), int(rxRX320), int(rxNone)}) {
+            PanelRig rig(type);
+            slotLevelL() = slotLevelR() = 30;
             writeFile(rig.dir.filePath("rx320settings.ini"),
                       textfile::joinLines({"7100.5", "10", "-150", "1", "400", "1", "40", "20"}));
-            frmRX320 *p = rig.open<frmRX320>();
+            frmPanelBase *p = rig.open<frmPanelBase>();
             p->resize(p->sizeHint());
-            QVERIFY(p->grab().save(out + "/rx320.png"));
-        }
-        {
-            PanelRig rig(rxNone);
-            frmNoRx *p = rig.open<frmNoRx>();
-            p->resize(p->sizeHint());
-            QVERIFY(p->grab().save(out + "/norx.png"));
+            QVERIFY(p->grab().save(QStringLiteral("%1/%2.png").arg(out, p->objectName().mid(3).toLower())));
         }
     }
 };

@@ -16,61 +16,59 @@ using namespace panel;
 class TestPanelLogic : public QObject {
     Q_OBJECT
 private slots:
-    // Each conversion by name, with its input as text and its result as text.
+    // Each conversion by name, its input and its result as text: the shift, BFO and squelch
+    // registers, the rounding buttons, the RX-320's shift and volume keys at their ends, the
+    // frequency's text (AR7030 limits), and the keypad's checks ("ok" or the message).
     void conversions_data()
     {
         QTest::addColumn<QString>("fn");
         QTest::addColumn<QString>("in");
         QTest::addColumn<QString>("out");
-        QTest::newRow("b2fs 0") << "b2fs" << "0" << " 0.0k";
-        QTest::newRow("b2fs 128") << "b2fs" << "128" << "-4.2k";
-        QTest::newRow("b2fs 127") << "b2fs" << "127" << "+4.2k";
-        QTest::newRow("b2fs 1") << "b2fs" << "1" << "+0.0k";
-        QTest::newRow("b2fs 3") << "b2fs" << "3" << "+0.1k";
-        QTest::newRow("b2fs 253") << "b2fs" << "253" << "-0.1k";
-        QTest::newRow("b2fs 256") << "b2fs" << "256" << "";
-        QTest::newRow("b2fs -1") << "b2fs" << "-1" << "";
-        QTest::newRow("fs2b +4.2k") << "fs2b" << "+4.2k" << "127";
-        QTest::newRow("fs2b -4.2k") << "fs2b" << "-4.2k" << "129";
-        QTest::newRow("fs2b -0.0k") << "fs2b" << "-0.0k" << "255";
-        QTest::newRow("fs2b blank zero") << "fs2b" << " 0.0k" << "0";
-        QTest::newRow("vsb2b -1") << "vsb2b" << "-1" << "253";
-        QTest::newRow("vsb2b 42") << "vsb2b" << "42" << "126";
-        QTest::newRow("vsb2b -42") << "vsb2b" << "-42" << "130";
-        QTest::newRow("vsb2b 43") << "vsb2b" << "43" << "0";
-        QTest::newRow("b2vsb 253") << "b2vsb" << "253" << "-1";
-        QTest::newRow("b2vsb 254") << "b2vsb" << "254" << "-1";
-        QTest::newRow("b2vsb 126") << "b2vsb" << "126" << "42";
-        QTest::newRow("b2vsb 127") << "b2vsb" << "127" << "42";
-        QTest::newRow("b2vsb 128") << "b2vsb" << "128" << "-43";
-        QTest::newRow("b2vsb 300") << "b2vsb" << "300" << "0";
-        QTest::newRow("sql2b 99") << "sql2b" << "99" << "150";
-        QTest::newRow("sql2b 100 capped") << "sql2b" << "100" << "150";
-        QTest::newRow("sql2b 33") << "sql2b" << "33" << "50";
-        QTest::newRow("sql2b 0") << "sql2b" << "0" << "0";
-        QTest::newRow("b2sql 150") << "b2sql" << "150" << "99";
-        QTest::newRow("b2sql 99") << "b2sql" << "99" << "65.34";
+        // "fn in=out", one row each
+        for (const char *r : {"b2fs 0= 0.0k", "b2fs 128=-4.2k", "b2fs 127=+4.2k", "b2fs 3=+0.1k", "b2fs 256=",
+                              "fs2b +4.2k=127", "fs2b -4.2k=129", "fs2b -0.0k=255", "fs2b  0.0k=0", "vsb2b -1=253",
+                              "vsb2b 42=126", "vsb2b 43=0", "b2vsb 253=-1", "b2vsb 127=42", "b2vsb 128=-43",
+                              "b2vsb 300=0", "sql2b 99=150", "sql2b 100=150", "sql2b 0=0", "b2sql 150=99",
+                              "b2sql 99=65.34", "round5 9412.49=9410", "round5 9412.5=9415", "round1 9412.49=9412",
+                              "round1 9412.5=9413", "shiftUp 1951=2000", "shiftDown -1960=-2000", "volumeUp 95=99",
+                              "volumeDown 4=0", "text2 999.999=1000.00", "text2 32016=32016.00", "text2 32016.001=?",
+                              "text2 0=?", "text3 7100.5=7100.500", "keypadF 10=ok", "keypadF 32016=ok",
+                              "keypadF 32016.001=\nFrequency\noutside range", "keypadF =\nFrequency\noutside range",
+                              "keypadM 99=ok", "keypadM 100=\nMemory cell\noutside range", "keypadS 0.01=ok",
+                              "keypadS 100=ok", "keypadS 0.009=\nFrequency Stepsize\noutside range",
+                              "keypadS 100.5=\nFrequency Stepsize\noutside range"}) {
+            const QString t = QString::fromLatin1(r);
+            QTest::newRow(t.simplified().toLatin1().constData()) << t.section(u' ', 0, 0) << t.section(u' ', 1).section(u'=', 0, 0) << t.section(u'=', 1);
+        }
     }
     void conversions()
     {
         QFETCH(QString, fn);
         QFETCH(QString, in);
         QFETCH(QString, out);
-        QString got;
+        auto num = [](double v) { return QString::number(v); };
+        auto check = [](const KeypadResult &r) { return r.ok && r.error.isEmpty() ? QString("ok") : r.error; };
         const int n = in.toInt();
-        if (fn == "b2fs")
-            got = b2fs(n);
-        else if (fn == "fs2b")
-            got = QString::number(fs2b(in));
-        else if (fn == "vsb2b")
-            got = QString::number(vsb2b(n));
-        else if (fn == "b2vsb")
-            got = QString::number(b2vsb(n));
-        else if (fn == "sql2b")
-            got = QString::number(sql2b(in.toDouble()));
-        else if (fn == "b2sql")
-            got = b2sql(n);
-        QCOMPARE(got, out);
+        const double x = in.toDouble();
+        const QMap<QString, std::function<QString()>> fns{
+            {"b2fs", [&] { return b2fs(n); }},
+            {"fs2b", [&] { return num(fs2b(in)); }},
+            {"vsb2b", [&] { return num(vsb2b(n)); }},
+            {"b2vsb", [&] { return num(b2vsb(n)); }},
+            {"sql2b", [&] { return num(sql2b(x)); }},
+            {"b2sql", [&] { return b2sql(n); }},
+            {"round5", [&] { return num(roundToFiveKhz(x)); }},
+            {"round1", [&] { return num(roundToKhz(x)); }},
+            {"shiftUp", [&] { return num(rx320panel::shiftUp(n)); }},
+            {"shiftDown", [&] { return num(rx320panel::shiftDown(n)); }},
+            {"volumeUp", [&] { return num(rx320panel::volumeUp(n)); }},
+            {"volumeDown", [&] { return num(rx320panel::volumeDown(n)); }},
+            {"text2", [&] { return frequencyText(x, 10.0, 32016.0, "####0.00"); }},
+            {"text3", [&] { return frequencyText(x, 10.0, 32016.0, "####0.000"); }},
+            {"keypadF", [&] { return check(keypadFrequency(in, 10, 32016)); }},
+            {"keypadM", [&] { return check(keypadMemoryCell(in, 99)); }},
+            {"keypadS", [&] { return check(keypadStep(in)); }}};
+        QCOMPARE(fns[fn](), out);
     }
 
     // Every bar position goes to a byte and back unchanged.
@@ -91,12 +89,9 @@ private slots:
         QTest::newRow("down from the lower limit stays") << "10.00" << "5" << false << 10.0 << 32016.0 << 10.0;
         QTest::newRow("0.001 from 1000.00") << "1000.00" << "0.001" << false << 10.0 << 32016.0 << 999.999;
         QTest::newRow("up to the upper limit") << "32014.00" << "5" << true << 10.0 << 32016.0 << 32016.0;
-        QTest::newRow("plain step up") << "9410.00" << "5" << true << 10.0 << 32016.0 << 9415.0;
-        QTest::newRow("12.5 down") << "9410.00" << "12.5" << false << 10.0 << 32016.0 << 9397.5;
         QTest::newRow("half a Hz rounds down") << "100.0005" << "1" << true << 100.0 << 30000.0 << 101.0;
         QTest::newRow("nine tenths of a Hz round up") << "7100.0009" << "1" << true << 100.0 << 30000.0 << 7101.001;
         QTest::newRow("unreadable box starts at 0") << "?" << "5" << true << 100.0 << 30000.0 << 5.0;
-        QTest::newRow("unreadable box down goes to the limit") << "?" << "5" << false << 100.0 << 30000.0 << 100.0;
     }
     void step()
     {
@@ -110,73 +105,6 @@ private slots:
         QVERIFY2(qAbs(got - expected) < 1e-9, qPrintable(QString::number(got, 'f', 6)));
     }
 
-    void frequencyTexts_data()
-    {
-        QTest::addColumn<double>("khz");
-        QTest::addColumn<QString>("pattern");
-        QTest::addColumn<QString>("text");
-        QTest::newRow("999.999 shows 1000.00") << 999.999 << "####0.00" << "1000.00";
-        QTest::newRow("upper limit") << 32016.0 << "####0.00" << "32016.00";
-        QTest::newRow("above") << 32016.001 << "####0.00" << "?";
-        QTest::newRow("zero from a dead receiver") << 0.0 << "####0.00" << "?";
-        QTest::newRow("three decimals") << 7100.5 << "####0.000" << "7100.500";
-    }
-    void frequencyTexts()
-    {
-        QFETCH(double, khz);
-        QFETCH(QString, pattern);
-        QFETCH(QString, text);
-        QCOMPARE(frequencyText(khz, 10.0, 32016.0, pattern), text);
-    }
-
-    void rounding_data()
-    {
-        QTest::addColumn<double>("khz");
-        QTest::addColumn<double>("five");
-        QTest::addColumn<double>("one");
-        QTest::newRow("below the half") << 9412.49 << 9410.0 << 9412.0;
-        QTest::newRow("at the half") << 9412.5 << 9415.0 << 9413.0;
-        QTest::newRow("whole") << 9410.0 << 9410.0 << 9410.0;
-    }
-    void rounding()
-    {
-        QFETCH(double, khz);
-        QFETCH(double, five);
-        QFETCH(double, one);
-        QCOMPARE(roundToFiveKhz(khz), five);
-        QCOMPARE(roundToKhz(khz), one);
-    }
-
-    void keypad_data()
-    {
-        QTest::addColumn<QString>("kind");
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("error"); // empty: accepted
-        QTest::newRow("freq at the lower limit") << "F" << "10" << "";
-        QTest::newRow("freq at the upper limit") << "F" << "32016" << "";
-        QTest::newRow("freq above") << "F" << "32016.001" << "\nFrequency\noutside range";
-        QTest::newRow("freq empty") << "F" << "" << "\nFrequency\noutside range";
-        QTest::newRow("cell 0") << "M" << "0" << "";
-        QTest::newRow("cell 99") << "M" << "99" << "";
-        QTest::newRow("cell 100") << "M" << "100" << "\nMemory cell\noutside range";
-        QTest::newRow("cell huge") << "M" << "99999999" << "\nMemory cell\noutside range";
-        QTest::newRow("step 0.01") << "S" << "0.01" << "";
-        QTest::newRow("step 100") << "S" << "100" << "";
-        QTest::newRow("step 0.009") << "S" << "0.009" << "\nFrequency Stepsize\noutside range";
-        QTest::newRow("step 100.5") << "S" << "100.5" << "\nFrequency Stepsize\noutside range";
-    }
-    void keypad()
-    {
-        QFETCH(QString, kind);
-        QFETCH(QString, typed);
-        QFETCH(QString, error);
-        const KeypadResult r = kind == "F" ? keypadFrequency(typed, 10, 32016)
-            : kind == "M"                  ? keypadMemoryCell(typed, 99)
-                                           : keypadStep(typed);
-        QCOMPARE(r.ok, error.isEmpty());
-        QCOMPARE(r.error, error);
-    }
-
     void keyTable_data()
     {
         QTest::addColumn<bool>("rx320");
@@ -185,12 +113,9 @@ private slots:
         QTest::addColumn<int>("action");
         QTest::addColumn<int>("arg");
         const int S = Qt::ShiftModifier, C = Qt::ControlModifier, A = Qt::AltModifier, N = 0;
-        QTest::newRow("arrow up") << false << int(Qt::Key_Up) << N << int(KeyAction::StepUp) << 0;
-        QTest::newRow("ctrl arrow left") << false << int(Qt::Key_Left) << C << int(KeyAction::StepDown) << 0;
-        QTest::newRow("shift arrow is nothing") << false << int(Qt::Key_Up) << S << int(KeyAction::None) << 0;
+        // What the panels' key rows (in the panel tests) do not reach: other spellings of a key,
+        // modifiers that must not match, keys with no row.
         QTest::newRow("shift F3") << false << int(Qt::Key_F3) << S << int(KeyAction::Bandwidth) << 2;
-        QTest::newRow("shift D is data") << false << int(Qt::Key_D) << S << int(KeyAction::Mode) << 3;
-        QTest::newRow("shift U is USB") << false << int(Qt::Key_U) << S << int(KeyAction::Mode) << 6;
         QTest::newRow("shift plus") << false << int(Qt::Key_Plus) << S << int(KeyAction::ShiftUp) << 0;
         QTest::newRow("shift underscore") << false << int(Qt::Key_Underscore) << S << int(KeyAction::ShiftDown) << 0;
         QTest::newRow("shift 0") << false << int(Qt::Key_0) << S << int(KeyAction::ShiftZero) << 0;
@@ -198,15 +123,8 @@ private slots:
         QTest::newRow("ctrl keypad 7") << false << int(Qt::Key_7) << int(C | Qt::KeypadModifier) << int(KeyAction::Digit) << 7;
         QTest::newRow("ctrl G") << false << int(Qt::Key_G) << C << int(KeyAction::MoveFreq) << 0;
         QTest::newRow("ctrl shift F") << false << int(Qt::Key_F) << (C | S) << int(KeyAction::None) << 0;
-        QTest::newRow("alt equal") << false << int(Qt::Key_Equal) << A << int(KeyAction::VolumeUp) << 0;
-        QTest::newRow("alt 0") << false << int(Qt::Key_0) << A << int(KeyAction::VolumeZero) << 0;
         QTest::newRow("plain digit is the box's") << false << int(Qt::Key_5) << N << int(KeyAction::None) << 0;
-        QTest::newRow("320 shift F1 is range 3") << true << int(Qt::Key_F1) << S << int(KeyAction::BwRange) << 3;
-        QTest::newRow("320 shift F4 is range 0") << true << int(Qt::Key_F4) << S << int(KeyAction::BwRange) << 0;
         QTest::newRow("320 shift F5 is button 6") << true << int(Qt::Key_F5) << S << int(KeyAction::BwGroup) << 6;
-        QTest::newRow("320 shift F8 is button 0") << true << int(Qt::Key_F8) << S << int(KeyAction::BwGroup) << 0;
-        QTest::newRow("320 shift C is CW") << true << int(Qt::Key_C) << S << int(KeyAction::Mode) << 3;
-        QTest::newRow("320 shift U is USB") << true << int(Qt::Key_U) << S << int(KeyAction::Mode) << 1;
         QTest::newRow("320 has no sync") << true << int(Qt::Key_S) << S << int(KeyAction::None) << 0;
         QTest::newRow("320 ctrl S") << true << int(Qt::Key_S) << C << int(KeyAction::EnterStep) << 0;
     }
@@ -243,55 +161,17 @@ private slots:
         QCOMPARE(rx320panel::groupOf(g, 24), 3);
     }
 
-    void rx320Keyboard_data()
-    {
-        QTest::addColumn<QString>("fn");
-        QTest::addColumn<int>("in");
-        QTest::addColumn<int>("out");
-        QTest::newRow("shift up") << "shiftUp" << 1900 << 1950;
-        QTest::newRow("shift up at 1950") << "shiftUp" << 1950 << 2000;
-        QTest::newRow("shift up at 1951") << "shiftUp" << 1951 << 2000;
-        QTest::newRow("shift down at -1950") << "shiftDown" << -1950 << -2000;
-        QTest::newRow("shift down at -1960") << "shiftDown" << -1960 << -2000;
-        QTest::newRow("volume up at 94") << "volumeUp" << 94 << 99;
-        QTest::newRow("volume up at 95") << "volumeUp" << 95 << 99;
-        QTest::newRow("volume down at 5") << "volumeDown" << 5 << 0;
-        QTest::newRow("volume down at 4") << "volumeDown" << 4 << 0;
-    }
-    void rx320Keyboard()
-    {
-        QFETCH(QString, fn);
-        QFETCH(int, in);
-        QFETCH(int, out);
-        const int got = fn == "shiftUp" ? rx320panel::shiftUp(in)
-            : fn == "shiftDown"        ? rx320panel::shiftDown(in)
-            : fn == "volumeUp"         ? rx320panel::volumeUp(in)
-                                       : rx320panel::volumeDown(in);
-        QCOMPARE(got, out);
-    }
-
     void rx320SettingsFile()
     {
         const QByteArray text = "7100.5\r\n10\r\n-150\r\n1\r\n400\r\n1\r\n40\r\n20\r\n";
         const rx320panel::Settings s = rx320panel::readSettings(text);
+        QCOMPARE(QList<int>({s.bandwidth, s.pbs, s.agc, s.bfo, s.mode, s.volume, s.line}),
+                 QList<int>({10, -150, 1, 400, 1, 40, 20}));
         QCOMPARE(s.freq, 7100.5);
-        QCOMPARE(s.bandwidth, int16_t(10));
-        QCOMPARE(s.pbs, int16_t(-150));
-        QCOMPARE(s.agc, int16_t(1));
-        QCOMPARE(s.bfo, int16_t(400));
-        QCOMPARE(s.mode, int16_t(1));
-        QCOMPARE(s.volume, int16_t(40));
-        QCOMPARE(s.line, int16_t(20));
         QCOMPARE(rx320panel::settingsText(s), text);
         // lenient numbers, as the users' files have them
         QCOMPARE(rx320panel::readSettings("9410 kHz\r\n33\r\n0\r\n3\r\n0\r\n0\r\n99\r\n0\r\n").freq, 9410.0);
-        int number = 0;
-        try {
-            rx320panel::readSettings("9410\r\n33\r\n0\r\n3\r\n0\r\n0\r\n99\r\n");
-        } catch (const RuntimeError &e) {
-            number = e.number();
-        }
-        QCOMPARE(number, 62);
+        QCOMPARE(errorOf([] { rx320panel::readSettings("9410\r\n33\r\n0\r\n3\r\n0\r\n0\r\n99\r\n"); }), 62);
     }
 
     void externalPrograms()
