@@ -112,7 +112,7 @@ private slots:
         QTest::addColumn<int>("mods");
         QTest::addColumn<int>("action");
         QTest::addColumn<int>("arg");
-        const int S = Qt::ShiftModifier, C = Qt::ControlModifier, A = Qt::AltModifier, N = 0;
+        const int S = Qt::ShiftModifier, C = Qt::ControlModifier, N = 0;
         // What the panels' key rows (in the panel tests) do not reach: other spellings of a key,
         // modifiers that must not match, keys with no row.
         QTest::newRow("shift F3") << false << int(Qt::Key_F3) << S << int(KeyAction::Bandwidth) << 2;
