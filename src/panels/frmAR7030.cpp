@@ -41,14 +41,7 @@ frmAR7030::~frmAR7030() = default;
 frmAR7030 *frmAR7030::open()
 {
     auto *p = new frmAR7030;
-    try {
-        p->Form_Load();
-    } catch (...) {
-        p->AR7030A.reset();
-        p->abandonLoad();
-        throw;
-    }
-    return p;
+    return loadOrAbandon(p, [p] { p->AR7030A.reset(); });
 }
 
 // --- the face ---

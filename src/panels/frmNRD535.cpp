@@ -62,14 +62,7 @@ frmNRD535::~frmNRD535() = default;
 frmNRD535 *frmNRD535::open()
 {
     auto *p = new frmNRD535;
-    try {
-        p->Form_Load();
-    } catch (...) {
-        p->NRD535A.reset();
-        p->abandonLoad();
-        throw;
-    }
-    return p;
+    return loadOrAbandon(p, [p] { p->NRD535A.reset(); });
 }
 
 // --- the face ---

@@ -57,14 +57,7 @@ frmNRD545::~frmNRD545() = default;
 frmNRD545 *frmNRD545::open()
 {
     auto *p = new frmNRD545;
-    try {
-        p->Form_Load();
-    } catch (...) {
-        p->NRD545A.reset();
-        p->abandonLoad();
-        throw;
-    }
-    return p;
+    return loadOrAbandon(p, [p] { p->NRD545A.reset(); });
 }
 
 // --- the face ---

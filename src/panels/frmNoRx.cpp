@@ -24,17 +24,7 @@ frmNoRx::frmNoRx(QWidget *parent) : frmPanelBase(Win::frmNoRx, rxNone, false, pa
 
 frmNoRx::~frmNoRx() = default;
 
-frmNoRx *frmNoRx::open()
-{
-    auto *p = new frmNoRx;
-    try {
-        p->Form_Load();
-    } catch (...) {
-        p->abandonLoad();
-        throw;
-    }
-    return p;
-}
+frmNoRx *frmNoRx::open() { return loadOrAbandon(new frmNoRx); }
 
 const std::vector<panel::KeyRow> &frmNoRx::keyTable() const
 {

@@ -185,6 +185,21 @@ protected:
     void endLoad();
     // A load that ended in a fatal error: the half-made panel goes.
     void abandonLoad();
+    // Runs the load of a panel just made; when it fails, the panel's driver and the panel go
+    // and the error goes on to the application.
+    template <class P>
+    static P *loadOrAbandon(P *p, std::function<void()> releaseDriver = {})
+    {
+        try {
+            p->Form_Load();
+        } catch (...) {
+            if (releaseDriver)
+                releaseDriver();
+            p->abandonLoad();
+            throw;
+        }
+        return p;
+    }
     // The hub and the start window know the panel from here on.
     void registerOpen();
     // A byte read or a timed wait of a driver is under way (it lets other handlers run).

@@ -41,14 +41,7 @@ frmRX320::~frmRX320() = default;
 frmRX320 *frmRX320::open()
 {
     auto *p = new frmRX320;
-    try {
-        p->Form_Load();
-    } catch (...) {
-        p->RX320A.reset();
-        p->abandonLoad();
-        throw;
-    }
-    return p;
+    return loadOrAbandon(p, [p] { p->RX320A.reset(); });
 }
 
 // --- the face ---
