@@ -8,6 +8,7 @@
 #include "ui/facades.h"
 
 #include <QStringList>
+#include <QThread>
 
 namespace {
 std::function<std::unique_ptr<SimDevice>()> &simFactory()
@@ -134,8 +135,11 @@ void CommLine::setInBufferCount(int n)
 
 bool CommLine::waitForBytes(int ms)
 {
-    if (!open_ || !backend_)
+    if (!open_ || !backend_) {
+        // Nothing can come on a closed line; a caller that loops on it sleeps instead of spinning.
+        QThread::msleep(ulong(ms < 0 ? 50 : ms));
         return false;
+    }
     const bool got = backend_->waitForBytes(ms);
     backend_->collect(buffer_);
     return got;
