@@ -105,12 +105,7 @@ float clsNRD535::Smeter()
 
 QString clsNRD535::Memory(int16_t n)
 {
-    const QByteArray nnn = jrc::cellOfRead(n);
-    comm().setInBufferCount(0);
-    send("L" + nnn + nnn);
-    QByteArray r = readReply(kMemoryReplyLen);
-    if (r.endsWith('\r'))
-        r.chop(1);
+    const QByteArray r = memoryReply(n, kMemoryReplyLen);
     if (jrc::mid(r, 5, 1) == QStringLiteral("V"))
         return jrc::vacantRecord(jrc::mid(r, 2, 3));
     return QStringLiteral("MEM") + jrc::mid(r, 2, 3) + u' ' + jrc::mid(r, 8, 8) + u' ' + jrc::mid(r, 7, 1)

@@ -181,12 +181,7 @@ float clsNRD545::Smeter()
 
 QString clsNRD545::Memory(int16_t n)
 {
-    const QByteArray nnn = jrc::cellOfRead(n);
-    comm().setInBufferCount(0);
-    send("L" + nnn + nnn);
-    QByteArray r = readReply(kMemoryReplyLen);
-    if (r.endsWith('\r'))
-        r.chop(1);
+    const QByteArray r = memoryReply(n, kMemoryReplyLen);
     if (jrc::mid(r, 5, 1) == QStringLiteral("V"))
         return jrc::vacantRecord(jrc::mid(r, 2, 3));
     const QString agc = QString::number(agcCodeOf(jrc::valueAt(r, 18, 3))).right(1);

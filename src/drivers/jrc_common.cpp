@@ -167,16 +167,22 @@ QByteArray JrcDriver::framedQuery(const QByteArray &q, int n, Wait how)
     return r;
 }
 
-QByteArray JrcDriver::readReply(int maxLen)
+QByteArray JrcDriver::memoryReply(int16_t n, int maxLen)
 {
+    const QByteArray nnn = jrc::cellOfRead(n);
+    comm().setInBufferCount(0);
+    send("L" + nnn + nnn);
     QByteArray reply;
     for (;;) {
         if (comm().InBufferCount() != 0)
             reply += comm().Input();
         if (reply.endsWith('\r') || reply.size() >= maxLen)
-            return reply;
+            break;
         waitOnLine(kBlockSliceMs);
     }
+    if (reply.endsWith('\r'))
+        reply.chop(1);
+    return reply;
 }
 
 void JrcDriver::Lockonoff(int16_t v)

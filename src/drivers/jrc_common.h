@@ -99,8 +99,9 @@ protected:
     QByteArray query(const QByteArray &q, int n, Wait how);
     // The same inside the remote frame.
     QByteArray framedQuery(const QByteArray &q, int n, Wait how);
-    // A memory reply: collects bytes until they end in CR or reach maxLen characters.
-    QByteArray readReply(int maxLen);
+    // Asks for memory cell n ("L" and the number twice) and collects the reply until it ends
+    // in CR or reaches maxLen characters; the CR is taken off.
+    QByteArray memoryReply(int16_t n, int maxLen);
 
 private:
     void waitOnLine(int ms);
