@@ -92,6 +92,7 @@ void CommLine::openWith(std::unique_ptr<CommBackend> backend)
     backend_ = std::move(backend);
     buffer_.clear();
     open_ = true;
+    waitsCut_ = false;
     connect(backend_.get(), &CommBackend::bytesArrived, this, &CommLine::onBytes);
 }
 
@@ -135,6 +136,11 @@ void CommLine::setInBufferCount(int n)
 
 bool CommLine::waitForBytes(int ms)
 {
+    if (waitsCut_) {
+        if (backend_)
+            backend_->collect(buffer_);
+        return false;
+    }
     if (!open_ || !backend_) {
         // Nothing can come on a closed line; a caller that loops on it sleeps instead of spinning.
         QThread::msleep(ulong(ms < 0 ? 50 : ms));

@@ -39,7 +39,14 @@ public:
     int CommEvent() const { return commEvent_; }
 
     // Blocks up to ms (-1: no limit) for more bytes without running other events.
+    // Once the waits are cut it returns false at once.
     bool waitForBytes(int ms);
+
+    // Ends every wait on the line at once, now and until the line is opened again: the device
+    // is gone, or the window whose job waits is closing. Reads then end with what they have,
+    // as reads that timed out.
+    void cutWaits() { waitsCut_ = true; }
+    bool waitsCut() const { return waitsCut_; }
 
     // Opens over a backend of the caller's (tests, the brelvox-sim client); the port map is bypassed.
     void openWith(std::unique_ptr<CommBackend> backend);
@@ -58,6 +65,7 @@ private:
     int commPort_ = 1;
     QString settings_ = QStringLiteral("9600,N,8,1");
     bool open_ = false;
+    bool waitsCut_ = false;
     int inputLen_ = 0;
     int commEvent_ = 0;
     QByteArray buffer_;
