@@ -67,7 +67,8 @@ void clsNRD545::Ecss(int16_t v)
 int16_t clsNRD545::Agcspeed()
 {
     const QByteArray r = query("NN", 6, Wait::Blocking);
-    return int16_t(agcCodeOf(jrc::valueAt(r, 2)));
+    // The set answers "NN" and three digits, e.g. "NN050": the value starts after the echo.
+    return int16_t(agcCodeOf(jrc::valueAt(r, 3)));
 }
 
 void clsNRD545::setAgcspeed(int16_t v)
