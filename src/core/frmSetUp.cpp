@@ -47,7 +47,7 @@ template <size_t N> void selectOption(const std::array<QRadioButton *, N> &opts,
 }
 
 // The option a slot's number selects.
-int optionIndex(double v) { return int(numtext::roundHalfEven(v)); }
+int optionIndex(double v) { return numtext::cint(v); }
 
 } // namespace
 

@@ -110,6 +110,22 @@ int32_t clng(double x)
     return int32_t(r);
 }
 
+int32_t toInt(double x)
+{
+    const double t = std::trunc(x);
+    if (!(t >= -2147483648.0 && t <= 2147483647.0))
+        throw RuntimeError::overflow();
+    return int32_t(t);
+}
+
+int16_t toInt16(double x)
+{
+    const double t = std::trunc(x);
+    if (!(t >= -32768.0 && t <= 32767.0))
+        throw RuntimeError::overflow();
+    return int16_t(t);
+}
+
 QString format(double x, const QString &pattern)
 {
     // Split the pattern: literal prefix, the digit part, literal suffix.

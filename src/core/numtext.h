@@ -25,6 +25,10 @@ double roundHalfAway(double x);
 // Halves to even, then held in 16 or 32 bits; outside them is an overflow run-time error.
 int16_t cint(double x);
 int32_t clng(double x);
+// Toward zero, as a cast does, then held in 32 or 16 bits; outside them (or not a number) is an
+// overflow run-time error. For values a caller has already made whole by its own rule (floorInt).
+int32_t toInt(double x);
+int16_t toInt16(double x);
 
 // Format x by a numeric pattern of "0", "#", "." and literal characters, e.g. "00000.000",
 // "####0.00", "0.0k", "00". The decimal sign is always ".".

@@ -16,7 +16,7 @@ TimeTexts timeTexts(const QDateTime &local, double lt2utc)
     const QLocale c = QLocale::c();
     // The local text is read back to a date, so the seconds fall away before the offset.
     const QDateTime lt(local.date(), QTime(local.time().hour(), local.time().minute()), Qt::UTC);
-    const qint64 minutes = qint64(numtext::roundHalfEven(-lt2utc * 60.0));
+    const qint64 minutes = numtext::clng(-lt2utc * 60.0);
     const QDateTime u = lt.addSecs(minutes * 60);
     return {c.toString(lt, kTextForm), c.toString(u, kTextForm), c.toString(u, QStringLiteral("yyyyMMdd hhmm"))};
 }

@@ -71,7 +71,7 @@ int bcdValue(int b) { return (b >> 4) * 10 + (b & 0x0F); }
 
 int16_t ar7030FirmwareNumber(const QString &firmware)
 {
-    return int16_t(numtext::Val(firmware.mid(5, 2)));
+    return numtext::toInt16(numtext::Val(firmware.mid(5, 2)));
 }
 
 float ar7030SmeterCalibration(float s)
@@ -270,13 +270,13 @@ void clsAR7030::setSquelch(int16_t v)
 int16_t clsAR7030::Ifgain()
 {
     const int16_t b = readRegister(kIfgain);
-    return int16_t(numtext::roundHalfEven(99 - b * 0.74));
+    return numtext::cint(99 - b * 0.74);
 }
 
 void clsAR7030::setIfgain(int16_t v)
 {
     const double x = std::clamp(numtext::roundHalfEven((99 - v) / 0.74), 0.0, 130.0);
-    writeRegister(kIfgain, ar7030::data(int(x)), gainRoutine());
+    writeRegister(kIfgain, ar7030::data(numtext::toInt(x)), gainRoutine());
     emit IfgainChanged(v);
 }
 
@@ -293,12 +293,12 @@ void clsAR7030::writeLevel(int addr, int x, int keep)
 int16_t clsAR7030::Volume()
 {
     const int16_t b = readRegister(kVolume);
-    return int16_t(std::floor(((b & 0x3F) - 15) / 0.481));
+    return numtext::toInt16(std::floor(((b & 0x3F) - 15) / 0.481));
 }
 
 void clsAR7030::setVolume(int16_t v)
 {
-    const int x = std::clamp(int(std::floor(v * 0.485 + 15.5)), 15, 63);
+    const int x = std::clamp(numtext::toInt(std::floor(v * 0.485 + 15.5)), 15, 63);
     writeLevel(kVolume, x, 0xC0);
     emit VolumeChanged(v);
 }
@@ -306,12 +306,12 @@ void clsAR7030::setVolume(int16_t v)
 int16_t clsAR7030::Leftauxlevel()
 {
     const int16_t b = readRegister(kAuxLeft);
-    return int16_t(std::floor(((b & 0x3F) - 27) / 0.361));
+    return numtext::toInt16(std::floor(((b & 0x3F) - 27) / 0.361));
 }
 
 void clsAR7030::setLeftauxlevel(int16_t v)
 {
-    const int x = std::clamp(int(std::floor(v * 0.364 + 27.5)), 27, 63);
+    const int x = std::clamp(numtext::toInt(std::floor(v * 0.364 + 27.5)), 27, 63);
     writeLevel(kAuxLeft, x, 0xC0);
     emit LeftauxlevelChanged(v);
 }
@@ -319,12 +319,12 @@ void clsAR7030::setLeftauxlevel(int16_t v)
 int16_t clsAR7030::Rightauxlevel()
 {
     const int16_t b = readRegister(kAuxRight);
-    return int16_t(std::floor(((b & 0x3F) - 27) / 0.361));
+    return numtext::toInt16(std::floor(((b & 0x3F) - 27) / 0.361));
 }
 
 void clsAR7030::setRightauxlevel(int16_t v)
 {
-    const int x = std::clamp(int(std::floor(v * 0.364 + 27.5)), 27, 63);
+    const int x = std::clamp(numtext::toInt(std::floor(v * 0.364 + 27.5)), 27, 63);
     writeLevel(kAuxRight, x, 0xC0);
     emit RightauxlevelChanged(v);
 }
@@ -350,7 +350,7 @@ int16_t clsAR7030::Treble()
 
 void clsAR7030::setTreble(int16_t v)
 {
-    const int x = std::clamp(int(std::floor(v * 0.5 + 6)), 2, 10);
+    const int x = std::clamp(numtext::toInt(std::floor(v * 0.5 + 6)), 2, 10);
     writeLevel(kTreble, x, 0xF0);
     emit TrebleChanged(v);
 }
@@ -373,7 +373,7 @@ double clsAR7030::FrequencyA()
 
 void clsAR7030::setFrequencyA(double khz)
 {
-    const auto w = int64_t(std::floor(khz * kAr7030WordPerKhzWrite + 0.5));
+    const auto w = numtext::toInt(std::floor(khz * kAr7030WordPerKhzWrite + 0.5));
     send(ar7030::page(0) + ar7030::address(kFrequency) + ar7030::word(w) + bytes({0x21, 0x2C}));
     emit FrequencyAChanged(khz);
 }
@@ -442,14 +442,14 @@ void clsAR7030::setMemory(int16_t n, const QString &record)
         rec = rec.left(7) + QStringLiteral("32016666 0 00 @ @ 000 000 1");
 
     const double khz = fieldVal(rec, memfield::frequency) / 1000;
-    const auto w = int64_t(std::floor(khz * kAr7030WordPerKhzWrite + 0.5));
-    const int mode = int(fieldVal(rec, memfield::mode));
-    const int filter = int(fieldVal(rec, memfield::bandwidth));
+    const auto w = numtext::toInt(std::floor(khz * kAr7030WordPerKhzWrite + 0.5));
+    const int mode = numtext::toInt(fieldVal(rec, memfield::mode));
+    const int filter = numtext::toInt(fieldVal(rec, memfield::bandwidth));
     const int high = filter + (fieldVal(rec, memfield::scan) == 1 ? 8 : 0);
     send(ar7030::page(2) + ar7030::address(n * 4) + ar7030::word(w)
          + bytes({0x30 | (high & 0x0F), 0x60 | (mode & 0x0F)}));
-    send(ar7030::page(2) + ar7030::address(n + kMemPbs) + ar7030::data(int(fieldVal(rec, memfield::pbs))));
-    send(ar7030::page(1) + ar7030::address(n + kMemSqlBfo) + ar7030::data(int(fieldVal(rec, memfield::sqlBfo))));
+    send(ar7030::page(2) + ar7030::address(n + kMemPbs) + ar7030::data(numtext::toInt(fieldVal(rec, memfield::pbs))));
+    send(ar7030::page(1) + ar7030::address(n + kMemSqlBfo) + ar7030::data(numtext::toInt(fieldVal(rec, memfield::sqlBfo))));
 }
 
 // --- clock ---
@@ -469,8 +469,8 @@ QString clsAR7030::RxClock()
 void clsAR7030::setRxClock(const QString &hhmmss)
 {
     auto bcdBytes = [](double v) {
-        const int tens = int(floorDiv(v, 10));
-        const int units = int(v - tens * 10);
+        const int tens = numtext::toInt(floorDiv(v, 10));
+        const int units = numtext::toInt(v - tens * 10);
         return bytes({0x30 | (tens & 0x0F), 0x60 | (units & 0x0F)});
     };
     const double seconds = numtext::Val(hhmmss.right(2));

@@ -19,7 +19,7 @@ constexpr int kStoreSettleMs = 50;
 QByteArray field(const QString &rec, memfield::Field f) { return jrc::mid(rec, f.pos, f.len).toLatin1(); }
 
 // The AGC code 1..9 from the set's three digits, which carry ten times the code.
-int agcCodeOf(double tenfold) { return std::clamp(int(numtext::roundHalfEven(tenfold / 10.0)), 1, 9); }
+int agcCodeOf(double tenfold) { return std::clamp<int>(numtext::cint(tenfold / 10.0), 1, 9); }
 } // namespace
 
 float nrd545SmeterCurve(double r)
@@ -67,7 +67,8 @@ void clsNRD545::Ecss(int16_t v)
 int16_t clsNRD545::Agcspeed()
 {
     const QByteArray r = query("NN", 6, Wait::Blocking);
-    return int16_t(agcCodeOf(jrc::valueAt(r, 2)));
+    // The set answers "NN" and three digits, e.g. "NN050": the value starts after the echo.
+    return int16_t(agcCodeOf(jrc::valueAt(r, 3)));
 }
 
 void clsNRD545::setAgcspeed(int16_t v)

@@ -54,11 +54,11 @@ Rx320Tuning rx320Tuning(double khz)
     }
     if (!tuned)
         return t; // all zeros
-    t.coarse = int(std::floor(T / 2500)) + 18000;
+    t.coarse = numtext::toInt(std::floor(T / 2500) + 18000);
     const int32_t whole = numtext::clng(T);
     const int32_t R = whole % 2500;
     t.fine = R * 5.46;
-    t.bfo = int(std::floor((rx320Mode == 3 ? rx320Bfo + S + 8000 : S + 8000) * 2.73));
+    t.bfo = numtext::toInt(std::floor((rx320Mode == 3 ? rx320Bfo + S + 8000 : S + 8000) * 2.73));
 
     const double coarseHi = std::floor(t.coarse / 256.0);
     const double fineHi = std::floor(t.fine / 256.0);

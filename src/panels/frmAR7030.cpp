@@ -496,17 +496,17 @@ void frmAR7030::enterMemory(int n)
     const QString rec = AR7030A->Memory(int16_t(n));
     if (AR7030A && !isVacantMemRecord(rec)) {
         auto field = [&](memfield::Field f) { return numtext::Val(memField(rec, f)); };
-        const auto mode = int16_t(field(memfield::mode));
+        const auto mode = numtext::toInt16(field(memfield::mode));
         AR7030A->setFrequencyA(field(memfield::frequency) / 1000);
         AR7030A->setMode(mode);
-        int16_t bw = int16_t(field(memfield::bandwidth));
+        int16_t bw = numtext::toInt16(field(memfield::bandwidth));
         AR7030A->setBandwidth(bw);
-        AR7030A->setPassBandShift(int16_t(field(memfield::pbs)));
+        AR7030A->setPassBandShift(numtext::toInt16(field(memfield::pbs)));
         // In data and CW the cell's last byte is the BFO, otherwise the squelch.
         if (mode == 4 || mode == 5)
-            AR7030A->setBeatfreqosc(int16_t(field(memfield::sqlBfo)));
+            AR7030A->setBeatfreqosc(numtext::toInt16(field(memfield::sqlBfo)));
         else
-            AR7030A->setSquelch(int16_t(field(memfield::sqlBfo)));
+            AR7030A->setSquelch(numtext::toInt16(field(memfield::sqlBfo)));
     }
     RxUpdatefull();
 }

@@ -694,8 +694,8 @@ void frmNRD545::enterMemory(int n)
         auto field = [&](memfield::Field f) { return numtext::Val(memField(rec, f)); };
         NRD545A->setFrequencyA(field(memfield::frequency) / 1000);
         if (alive())
-            NRD545A->setMode(int16_t(field(memfield::mode)));
-        int16_t bw = int16_t(field(memfield::bandwidth));
+            NRD545A->setMode(numtext::toInt16(field(memfield::mode)));
+        int16_t bw = numtext::toInt16(field(memfield::bandwidth));
         if (alive())
             NRD545A->setBandwidth(bw);
     }

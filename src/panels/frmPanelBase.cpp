@@ -858,7 +858,7 @@ void frmPanelBase::lblMute_Click()
         lblMute->setBackColor(QColor::fromRgb(kMuteOn));
         savedLevels_.clear();
         for (const MuteBar &m : muteBars()) {
-            savedLevels_.push_back({m.bar, int(numtext::Val(m.label->text()))});
+            savedLevels_.push_back({m.bar, numtext::toInt(numtext::Val(m.label->text()))});
             m.bar->setValue(0);
         }
     } else {

@@ -391,10 +391,10 @@ void frmRX320::enterMemory(int n)
         return;
     auto field = [&](memfield::Field f) { return numtext::Val(memField(rec, f)); };
     RX320A->setFrequencyA(field(memfield::frequency) / 1000);
-    RX320A->setMode(int16_t(field(memfield::mode)));
-    int16_t bw = int16_t(field(memfield::bandwidth));
+    RX320A->setMode(numtext::toInt16(field(memfield::mode)));
+    int16_t bw = numtext::toInt16(field(memfield::bandwidth));
     RX320A->setBandwidth(bw);
-    RX320A->setAgcspeed(int16_t(field(memfield::agc)));
+    RX320A->setAgcspeed(numtext::toInt16(field(memfield::agc)));
 }
 
 void frmRX320::keyAction(const panel::KeyRow &row)

@@ -206,7 +206,7 @@ void frmUserdefsBase::cmdDefaults_Click()
         } else if (auto it = values_.find(row.index); it != values_.end()) {
             Held &h = it->second;
             h.label->setText(QLatin1String(row.label));
-            h.value = int(numtext::roundHalfEven(numtext::Val(h.label->text()) / h.setting.spin.scale));
+            h.value = numtext::clng(numtext::Val(h.label->text()) / h.setting.spin.scale);
         }
     }
     if (!self)

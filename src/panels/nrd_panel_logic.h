@@ -40,7 +40,7 @@ inline QString statusField(const QString &s, int pos, int len)
 
 inline Status parseStatus(const QString &s)
 {
-    auto digit = [&](int pos) { return int(numtext::Val(statusField(s, pos, 1))); };
+    auto digit = [&](int pos) { return numtext::toInt(numtext::Val(statusField(s, pos, 1))); };
     Status st;
     st.attenuator = digit(2);
     st.bandwidth = digit(3);

@@ -38,9 +38,9 @@ inline QString b2fs(int byte)
 inline int fs2b(const QString &text)
 {
     if (text.startsWith(u'+'))
-        return int(std::floor(numtext::Val(text) / kShiftKhzPerStep + 0.5));
+        return numtext::toInt(std::floor(numtext::Val(text) / kShiftKhzPerStep + 0.5));
     if (text.startsWith(u'-')) {
-        const int b = 256 - int(std::floor(std::fabs(numtext::Val(text)) / kShiftKhzPerStep + 0.5));
+        const int b = numtext::toInt(256 - std::floor(std::fabs(numtext::Val(text)) / kShiftKhzPerStep + 0.5));
         return b == 256 ? 255 : b;
     }
     return 0;
@@ -72,7 +72,7 @@ inline int b2sqlBar(int byte) { return int(numtext::roundHalfEven(byte * kSquelc
 
 inline int sql2b(double value)
 {
-    return std::min(kSquelchByteMax, int(std::floor(value / kSquelchPerByte + 0.5)));
+    return std::min(kSquelchByteMax, numtext::toInt(std::floor(value / kSquelchPerByte + 0.5)));
 }
 
 // --- the frequency ---

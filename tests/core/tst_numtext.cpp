@@ -1,8 +1,11 @@
 #include "core/numtext.h"
 #include "core/runtime_error.h"
 #include "testmain.h"
+#include "testutil.h"
 
 #include <QTest>
+#include <functional>
+#include <limits>
 
 class TestNumText : public QObject {
     Q_OBJECT
@@ -26,6 +29,7 @@ private slots:
         QTest::newRow("octal") << "&O17" << 15.0;
         QTest::newRow("point first") << ".5" << 0.5;
         QTest::newRow("lone sign") << "-" << 0.0;
+        QTest::newRow("exponent past double") << "1E999" << 0.0;
     }
     void val()
     {
@@ -89,15 +93,49 @@ private slots:
         QCOMPARE(numtext::floorInt(x), floor);
     }
 
-    void cintOverflowIsRuntimeError6()
+    // Each conversion keeps its rounding; a value outside the target's range is "Overflow".
+    void wholeNumbers_data()
     {
-        try {
-            numtext::cint(32767.6);
-            QFAIL("no error");
-        } catch (const RuntimeError &e) {
-            QCOMPARE(e.number(), 6);
-        }
-        QCOMPARE(numtext::cint(-32768.4), int16_t(-32768));
+        QTest::addColumn<QString>("conv");
+        QTest::addColumn<double>("x");
+        QTest::addColumn<qint64>("value");
+        QTest::addColumn<int>("error");
+        const double inf = std::numeric_limits<double>::infinity();
+        const double nan = std::numeric_limits<double>::quiet_NaN();
+        QTest::newRow("cint rounds over the top") << "cint" << 32767.6 << qint64(0) << 6;
+        QTest::newRow("cint half to even over") << "cint" << 32767.5 << qint64(0) << 6;
+        QTest::newRow("cint lowest") << "cint" << -32768.5 << qint64(-32768) << 0;
+        QTest::newRow("cint nan") << "cint" << nan << qint64(0) << 6;
+        QTest::newRow("clng highest") << "clng" << 2147483647.4 << qint64(2147483647) << 0;
+        QTest::newRow("clng half to even over") << "clng" << 2147483647.5 << qint64(0) << 6;
+        QTest::newRow("clng lowest") << "clng" << -2147483648.5 << qint64(-2147483648LL) << 0;
+        QTest::newRow("clng inf") << "clng" << inf << qint64(0) << 6;
+        QTest::newRow("toInt toward zero") << "toInt" << -2.7 << qint64(-2) << 0;
+        QTest::newRow("toInt highest") << "toInt" << 2147483647.9 << qint64(2147483647) << 0;
+        QTest::newRow("toInt over") << "toInt" << 2147483648.0 << qint64(0) << 6;
+        QTest::newRow("toInt lowest") << "toInt" << -2147483648.9 << qint64(-2147483648LL) << 0;
+        QTest::newRow("toInt under") << "toInt" << -2147483649.0 << qint64(0) << 6;
+        QTest::newRow("toInt huge") << "toInt" << 9e99 << qint64(0) << 6;
+        QTest::newRow("toInt inf") << "toInt" << inf << qint64(0) << 6;
+        QTest::newRow("toInt -inf") << "toInt" << -inf << qint64(0) << 6;
+        QTest::newRow("toInt nan") << "toInt" << nan << qint64(0) << 6;
+        QTest::newRow("toInt16 highest") << "toInt16" << 32767.9 << qint64(32767) << 0;
+        QTest::newRow("toInt16 over") << "toInt16" << 32768.0 << qint64(0) << 6;
+        QTest::newRow("toInt16 lowest") << "toInt16" << -32768.9 << qint64(-32768) << 0;
+        QTest::newRow("toInt16 under") << "toInt16" << -32769.0 << qint64(0) << 6;
+        QTest::newRow("toInt16 nan") << "toInt16" << nan << qint64(0) << 6;
+    }
+    void wholeNumbers()
+    {
+        QFETCH(QString, conv);
+        QFETCH(double, x);
+        QFETCH(qint64, value);
+        QFETCH(int, error);
+        const QHash<QString, std::function<qint64(double)>> convs = {
+            {"cint", numtext::cint}, {"clng", numtext::clng}, {"toInt", numtext::toInt}, {"toInt16", numtext::toInt16}};
+        qint64 got = 0;
+        QCOMPARE(errorOf([&] { got = convs.value(conv)(x); }), error);
+        QCOMPARE(got, value);
     }
 
     void str_data()
