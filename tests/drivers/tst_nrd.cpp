@@ -299,7 +299,7 @@ private slots:
         rd("545 pbs", {545, true, "P", "P+050\r", READ(r.d545().PassBandShift()), 50, {"P"}});
         rd("545 bwc framed", {545, false, "W", "W030\r", READ(r.d545().Bandwidthcontrolxxx()), 30, framedCmd("W")});
         rd("545 if gain", {545, true, "HH", "HH085\r", READ(r.d545().Ifgain()), 85, {"HH"}});
-        rd("545 squelch", {545, true, "LL", "LL007\r", READ(r.d545().Squelch()), 7, {"LL"}});
+        rd("545 squelch", {545, true, "LL", "LL107\r", READ(r.d545().Squelch()), 107, {"LL"}});
         rd("545 tone", {545, true, "KK", "KK120\r", READ(r.d545().Tone()), 120, {"KK"}});
         rd("545 volume", {545, true, "JJ", "JJ042\r", READ(r.d545().Volume()), 42, {"JJ"}});
         rd("545 nb select", {545, false, "N", "N2\r", READ(r.d545().nb(0)), 2, framedCmd("N")});
