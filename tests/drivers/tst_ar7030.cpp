@@ -126,6 +126,7 @@ private slots:
         QTest::newRow("Beatfreqosc") << "Beatfreqosc" << 30.0 << 14 << -1 << hex("50 33 46 31 6E 23 2B");
         QTest::newRow("Squelch twice") << "Squelch" << 150.0 << 14 << -1 << hex("50 33 43 39 66 31 47 39 66 24");
         QTest::newRow("Ifgain 99") << "Ifgain" << 99.0 << 14 << -1 << hex("50 31 48 30 60 26");
+        QTest::newRow("Ifgain 60 rounds up") << "Ifgain" << 60.0 << 14 << -1 << hex("50 31 48 33 65 26");
         QTest::newRow("Ifgain 0 clamped") << "Ifgain" << 0.0 << 14 << -1 << hex("50 31 48 38 62 26");
         QTest::newRow("power on") << "PowerOnOff" << 1.0 << 14 << -1 << hex("51 31 46 61 20");
         QTest::newRow("power off") << "PowerOnOff" << 0.0 << 14 << -1
