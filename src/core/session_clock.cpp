@@ -38,6 +38,8 @@ QString listTitle(const QString &prefix, const QString &lt, const QString &utc)
 SessionTimers::SessionTimers(QObject *parent) : QObject(parent)
 {
     Showtime.setInterval(5000);
+    // The receivers need their pauses in full: a coarse timer may end a wait a few ms early.
+    tmrDelay.setTimerType(Qt::PreciseTimer);
     tmrLoopguard.setInterval(300);
     connect(&Showtime, &QTimer::timeout, this, &SessionTimers::Showtime_Timer);
     connect(&tmrDelay, &QTimer::timeout, this, &SessionTimers::tmrDelay_Timer);
@@ -68,13 +70,24 @@ void SessionTimers::Showtime_Timer()
         onTitles();
 }
 
-void SessionTimers::tmrDelay_Timer() { delayBusy = false; }
+void SessionTimers::tmrDelay_Timer()
+{
+    // A tick that comes before the wait's time is up is not its end: wait for the rest.
+    const qint64 leftNs = waitBegan_.isValid() ? waitNs_ - waitBegan_.nsecsElapsed() : 0;
+    if (leftNs > 0) {
+        tmrDelay.start(int((leftNs + 999999) / 1000000));
+        return;
+    }
+    delayBusy = false;
+}
 
 void SessionTimers::tmrLoopguard_Timer() { tmrLoopguard.stop(); }
 
 void SessionTimers::delayMs(int n)
 {
     delayBusy = true;
+    waitNs_ = qint64(n) * 1000000;
+    waitBegan_.start();
     tmrDelay.setInterval(n);
     tmrDelay.start();
     // Pumping may run a handler that waits in turn: it restarts the one timer, and both

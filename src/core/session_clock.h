@@ -2,6 +2,7 @@
 // The start window's three timers: Showtime (time texts and titles), tmrDelay (every timed wait)
 // and tmrLoopguard (the bound of one guarded byte read).
 #include <QDateTime>
+#include <QElapsedTimer>
 #include <QObject>
 #include <QTimer>
 #include <functional>
@@ -40,6 +41,11 @@ public:
 
     // The instance in force (the start window's), created on first use where none exists.
     static SessionTimers &instance();
+
+private:
+    // When the latest wait began, by a monotonic clock, and how long it asked for.
+    QElapsedTimer waitBegan_;
+    qint64 waitNs_ = 0;
 };
 
 // The timed wait every driver and scanner uses: pumps window messages for n ms.

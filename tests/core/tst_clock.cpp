@@ -92,6 +92,35 @@ private slots:
         QVERIFY2(clock.elapsed() < 4000, "the outer wait ran its own 5 s instead of ending with the inner one");
     }
 
+    // A wait lasts at least what it asked for, by a monotonic clock, even when a tick comes early.
+    void waitsNeverShort_data()
+    {
+        QTest::addColumn<int>("ms");
+        QTest::addColumn<int>("earlyTickMs"); // -1: no early tick
+        QTest::newRow("25 ms") << 25 << -1;
+        QTest::newRow("50 ms") << 50 << -1;
+        QTest::newRow("100 ms") << 100 << -1;
+        QTest::newRow("tick at 10 of 50 ms") << 50 << 10;
+        QTest::newRow("tick at 48 of 50 ms") << 50 << 48;
+    }
+    void waitsNeverShort()
+    {
+        QFETCH(int, ms);
+        QFETCH(int, earlyTickMs);
+        TestEnv env;
+        SessionTimers timers;
+        for (int i = 0; i < 8; ++i) {
+            if (earlyTickMs >= 0)
+                QTimer::singleShot(earlyTickMs, Qt::PreciseTimer, &timers, &SessionTimers::tmrDelay_Timer);
+            QElapsedTimer clock;
+            clock.start();
+            timers.delayMs(ms);
+            const qint64 ns = clock.nsecsElapsed();
+            QVERIFY2(ns >= qint64(ms) * 1000000, qPrintable(QStringLiteral("%1 ns").arg(ns)));
+            QVERIFY(!delayBusy);
+        }
+    }
+
     void waitLetsOtherTimersRun()
     {
         TestEnv env;

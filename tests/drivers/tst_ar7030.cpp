@@ -55,6 +55,8 @@ private:
 };
 
 QByteArray hex(const char *s) { return QByteArray::fromHex(s); }
+// Half a step of the frequency word: a word off by one step reads back further away than this.
+constexpr double kHalfStepKhz = 0.5 / 376.635;
 #define COMPARE_WIRE(actual, expected) QCOMPARE((actual).toHex(' ').toUpper(), (expected).toHex(' ').toUpper())
 
 // Every property by name, so that one table covers them all.
@@ -124,20 +126,25 @@ private slots:
         QTest::newRow("Beatfreqosc") << "Beatfreqosc" << 30.0 << 14 << -1 << hex("50 33 46 31 6E 23 2B");
         QTest::newRow("Squelch twice") << "Squelch" << 150.0 << 14 << -1 << hex("50 33 43 39 66 31 47 39 66 24");
         QTest::newRow("Ifgain 99") << "Ifgain" << 99.0 << 14 << -1 << hex("50 31 48 30 60 26");
+        QTest::newRow("Ifgain 60 rounds up") << "Ifgain" << 60.0 << 14 << -1 << hex("50 31 48 33 65 26");
         QTest::newRow("Ifgain 0 clamped") << "Ifgain" << 0.0 << 14 << -1 << hex("50 31 48 38 62 26");
         QTest::newRow("power on") << "PowerOnOff" << 1.0 << 14 << -1 << hex("51 31 46 61 20");
         QTest::newRow("power off") << "PowerOnOff" << 0.0 << 14 << -1
                                    << hex("83 50 32 48 60 60 60 29 50 32 4E 60 51 31 46 60 20");
         QTest::newRow("power 2 sends nothing") << "PowerOnOff" << 2.0 << 14 << -1 << QByteArray();
         QTest::newRow("10000 kHz") << "FrequencyA" << 10000.0 << 14 << -1 << hex("50 31 4A 33 69 37 68 35 60 21 2C");
+        QTest::newRow("6035 kHz rounds up") << "FrequencyA" << 6035.0 << 14 << -1 << hex("50 31 4A 32 62 3A 6E 3E 62 21 2C");
         QTest::newRow("10 kHz") << "FrequencyA" << 10.0 << 14 << -1 << hex("50 31 4A 30 60 30 6E 3B 66 21 2C");
-        // Levels and tone keep the receiver's upper bits: read, merge, write back.
+        // Levels and tone keep the receiver's upper bits, no more and no fewer: read, merge, write back.
+        QTest::newRow("Bass -8, all bits set") << "Bass" << -8.0 << 14 << 0xFF << hex("50 32 41 71 50 32 41 3E 67 25");
+        QTest::newRow("Volume 20, all bits set") << "Volume" << 20.0 << 14 << 0xFF << hex("50 31 4E 71 50 31 4E 3D 69 25");
         QTest::newRow("Bass +12 clamped") << "Bass" << 12.0 << 14 << 0xEF << hex("50 32 41 71 50 32 41 3F 67 25");
         QTest::newRow("Bass -20 clamped, fw 13") << "Bass" << -20.0 << 13 << 0x00 << hex("50 32 41 71 50 32 41 30 67 24");
         QTest::newRow("Treble -8") << "Treble" << -8.0 << 14 << 0xF9 << hex("50 32 42 71 50 32 42 3F 62 25");
         QTest::newRow("Volume 99") << "Volume" << 99.0 << 14 << 0xC5 << hex("50 31 4E 71 50 31 4E 3F 6F 25");
         QTest::newRow("Left 50") << "Leftauxlevel" << 50.0 << 14 << 0x40 << hex("50 32 43 71 50 32 43 36 6D 25");
-        QTest::newRow("Right 0") << "Rightauxlevel" << 0.0 << 14 << 0x3F << hex("50 32 44 71 50 32 44 31 6B 25");
+        QTest::newRow("Left 10, all bits set") << "Leftauxlevel" << 10.0 << 14 << 0xFF << hex("50 32 43 71 50 32 43 3D 6F 25");
+        QTest::newRow("Right 0, all bits set") << "Rightauxlevel" << 0.0 << 14 << 0xFF << hex("50 32 44 71 50 32 44 3D 6B 25");
     }
     void writes()
     {
@@ -284,7 +291,8 @@ private slots:
         QFETCH(double, readBack);
         Rig rig;
         props.at(property).write(rig.drv, value);
-        QVERIFY(qAbs(props.at(property).read(rig.drv) - readBack) < 0.003);
+        const double got = props.at(property).read(rig.drv);
+        QVERIFY2(qAbs(got - readBack) < kHalfStepKhz, qPrintable(QString::number(got, 'f', 5)));
     }
 
     // What the receiver does after the driver's writes: firmware 13 has no routines 5 and 6.
@@ -302,7 +310,7 @@ private slots:
             for (const auto &[p, v] : writes)
                 props.at(p).write(rig.drv, v);
             const Ar7030Sim::State &s = rig.sim->state();
-            QVERIFY2(qAbs(s.khz - 6035.0) < 0.003, qPrintable(QString::number(s.khz, 'f', 4)));
+            QVERIFY2(qAbs(s.khz - 6035.0) < kHalfStepKhz, qPrintable(QString::number(s.khz, 'f', 4)));
             const QList<int> got{s.mode, s.filter, s.pbs, s.rfGain, s.agc, s.ifGain, s.volume,
                                  s.bass, s.treble, s.auxLeft, s.auxRight, s.squelch, rig.sim->peek(0, 0x17)};
             QCOMPARE(got, (QList<int>{6, 2, -6, 3, 2, 130, 63, 7, 10, 27, 63, 40, 40}));
@@ -329,7 +337,7 @@ private slots:
         QCOMPARE(rig.drv.Memory(int16_t(cell)), record);
         const Ar7030Sim::MemoryCell m = rig.sim->memoryCell(cell);
         const bool vacant = record.startsWith("XXX");
-        QVERIFY2(qAbs(m.khz - (vacant ? 32016.666 : record.mid(7, 8).toDouble() / 1000)) < 0.003,
+        QVERIFY2(qAbs(m.khz - (vacant ? 32016.666 : record.mid(7, 8).toDouble() / 1000)) < kHalfStepKhz,
                  qPrintable(QString::number(m.khz, 'f', 4)));
         QCOMPARE(m.mode, record.mid(16, 1).toInt());
         QCOMPARE(m.scanSkip, vacant || record.mid(33, 1) == QLatin1String("1"));

@@ -9,6 +9,7 @@
 #include "testmain.h"
 #include "testutil.h"
 
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
 #include <cmath>
@@ -31,17 +32,43 @@ private:
     QByteArray reply_;
 };
 
+// Notes when each piece of the computer's bytes reaches the receiver, and passes it on.
+class ArrivalClock : public SimDevice {
+public:
+    explicit ArrivalClock(std::unique_ptr<SimDevice> inner) : inner_(std::move(inner))
+    {
+        inner_->transmit = [this](const QByteArray &b) { send(b); };
+        inner_->log = [this](const QString &l) { note(l); };
+        clock_.start();
+    }
+    QList<std::pair<qint64, QByteArray>> arrivals; // ns since the line came up, bytes
+    void receive(const QByteArray &b) override
+    {
+        arrivals.append({clock_.nsecsElapsed(), b});
+        inner_->receive(b);
+    }
+    int baudRate() const override { return inner_->baudRate(); }
+    QString model() const override { return inner_->model(); }
+
+private:
+    std::unique_ptr<SimDevice> inner_;
+    QElapsedTimer clock_;
+};
+
 // The driver on a line to the simulated receiver, or to a device that answers "X" with fixed bytes.
 struct Bench {
     CommLine comm;
     Rx320Sim *sim = nullptr;
     SimBackend *line = nullptr;
+    ArrivalClock *arrivals = nullptr;
     clsRX320 rx{comm};
     explicit Bench(std::unique_ptr<SimDevice> device = std::make_unique<Rx320Sim>())
     {
         labelRoutineRX320();
         sim = dynamic_cast<Rx320Sim *>(device.get());
-        auto b = std::make_unique<SimBackend>(std::move(device));
+        auto timed = std::make_unique<ArrivalClock>(std::move(device));
+        arrivals = timed.get();
+        auto b = std::make_unique<SimBackend>(std::move(timed));
         line = b.get();
         b->open(parseSettings("1200,N,8,1"), nullptr);
         comm.openWith(std::move(b));
@@ -121,6 +148,23 @@ private slots:
         auto row = [](const char *name, RxOp op, const QByteArray &wire) { QTest::newRow(name) << op << wire; };
         row("tune 10000 kHz", [](clsRX320 &rx) { rx320Mode = 0; rx.setFrequencyA(10000); },
             QByteArray("N") + bytes({85, 239, 26, 169, 85, 80}) + "\r");
+        // Every mode with a pass band shift; fine bytes that round down and up; half Hz to even.
+        auto tune = [](int16_t mode, int16_t filter, int16_t pbs, int16_t bfo, double khz) {
+            return [=](clsRX320 &rx) {
+                rx320Mode = mode;
+                rx320Bandwidth = filter;
+                rx320Pbs = pbs;
+                rx320Bfo = bfo;
+                rx.setFrequencyA(khz);
+            };
+        };
+        row("tune AM +300", tune(0, 2, 300, 0, 9410.123), QByteArray("N") + bytes({85, 3, 22, 227, 88, 131}) + "\r");
+        row("tune AM -450", tune(0, 33, -450, 0, 6070.047), QByteArray("N") + bytes({79, 203, 37, 67, 80, 131}) + "\r");
+        row("tune USB -200", tune(1, 12, -200, 0, 14230), QByteArray("N") + bytes({92, 140, 2, 34, 99, 181}) + "\r");
+        row("tune USB +35 675 Hz", tune(1, 26, 35, 0, 11735.003), QByteArray("N") + bytes({88, 165, 38, 242, 91, 106}) + "\r");
+        row("tune LSB +150 675 Hz", tune(2, 26, 150, 0, 3790), QByteArray("N") + bytes({76, 59, 11, 253, 92, 164}) + "\r");
+        row("tune LSB 6000 Hz", tune(2, 0, 0, 0, 5000.001), QByteArray("N") + bytes({78, 30, 11, 192, 119, 112}) + "\r");
+        row("tune CW -100 bfo 700", tune(3, 23, -100, 700, 7020.5), QByteArray("N") + bytes({81, 71, 39, 117, 91, 182}) + "\r");
         row("mode outside table", [](clsRX320 &rx) { rx320Mode = 7; rx.setFrequencyA(9410); },
             QByteArray("N") + QByteArray(6, '\0') + "\r");
         row("volume 99 loudest", [](clsRX320 &rx) { rx.setVolume(99); }, QByteArray("V\x7f") + bytes({0}) + "\r");
@@ -204,6 +248,12 @@ private slots:
         QCOMPARE(s, float(1.4 * std::log(double(v))));
         QVERIFY(s > 0);
         QCOMPARE(b.rx.Firmware(), QString("VER 1.03\r"));
+        // The firmware wait is whole: 100 ms from the question to the next command.
+        b.rx.setAgcspeed(1);
+        const auto &a = b.arrivals->arrivals;
+        QCOMPARE(a.at(a.size() - 2).second, QByteArray("?\r"));
+        const qint64 gap = a.last().first - a.at(a.size() - 2).first;
+        QVERIFY2(gap >= 100000000, qPrintable(QString::number(gap / 1e6)));
     }
 
     // Replies the real set never gives: the meter's faults, and a receiver that stays silent.
