@@ -94,6 +94,7 @@ void CommLine::openWith(std::unique_ptr<CommBackend> backend)
     open_ = true;
     waitsCut_ = false;
     connect(backend_.get(), &CommBackend::bytesArrived, this, &CommLine::onBytes);
+    connect(backend_.get(), &CommBackend::lost, this, &CommLine::onLost);
 }
 
 QString CommLine::deviceName() const { return backend_ ? backend_->deviceName() : QString(); }
@@ -149,6 +150,20 @@ bool CommLine::waitForBytes(int ms)
     const bool got = backend_->waitForBytes(ms);
     backend_->collect(buffer_);
     return got;
+}
+
+void CommLine::onLost()
+{
+    if (!open_)
+        return;
+    open_ = false;
+    cutWaits();
+    const QString text = QStringLiteral("The serial port COM%1 (%2) has gone:\nthe receiver's device was removed or closed.")
+                             .arg(commPort_)
+                             .arg(deviceName());
+    // The loss may show inside a read that lets nothing else run: tell it from the event loop.
+    QMetaObject::invokeMethod(
+        this, [text] { ui::MsgBox(text, ui::vbExclamation, QStringLiteral("Serial port")); }, Qt::QueuedConnection);
 }
 
 void CommLine::onBytes()
