@@ -35,10 +35,16 @@ LineSettings parseSettings(const QString &s)
 
 CommLine::CommLine(QObject *parent) : QObject(parent) {}
 
-CommLine::~CommLine()
+CommLine::~CommLine() { dropBackend(); }
+
+void CommLine::dropBackend()
 {
-    if (backend_)
-        backend_->close();
+    if (!backend_)
+        return;
+    // A close of our own is no loss to tell of, even if the device went in the meantime.
+    backend_->disconnect(this);
+    backend_->close();
+    backend_.reset();
 }
 
 void CommLine::setSimulatorFactory(std::function<std::unique_ptr<SimDevice>()> f)
@@ -49,9 +55,7 @@ void CommLine::setSimulatorFactory(std::function<std::unique_ptr<SimDevice>()> f
 void CommLine::setPortOpen(bool open)
 {
     if (!open) {
-        if (backend_)
-            backend_->close();
-        backend_.reset();
+        dropBackend();
         open_ = false;
         buffer_.clear();
         return;
@@ -87,8 +91,7 @@ void CommLine::setPortOpen(bool open)
 
 void CommLine::openWith(std::unique_ptr<CommBackend> backend)
 {
-    if (backend_)
-        backend_->close();
+    dropBackend();
     backend_ = std::move(backend);
     buffer_.clear();
     open_ = true;

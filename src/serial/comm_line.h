@@ -65,6 +65,7 @@ signals:
 private:
     void onBytes();
     void onLost();
+    void dropBackend();
     int commPort_ = 1;
     QString settings_ = QStringLiteral("9600,N,8,1");
     bool open_ = false;

@@ -1,10 +1,13 @@
 // A receiver's device that goes away under an open line: a pseudo-terminal whose master the
 // test closes, while the line is idle and while each kind of read waits on it.
+#include "../panels/panel_rig.h"
 #include "core/shared_state.h"
+#include "core/textfile.h"
 #include "drivers/clsAR7030.h"
 #include "drivers/clsNRD535.h"
 #include "drivers/clsNRD545.h"
 #include "drivers/clsRX320.h"
+#include "panels/frmRX320.h"
 #include "serial/comm_line.h"
 #include "testmain.h"
 #include "testutil.h"
@@ -20,6 +23,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <mutex>
+#include <poll.h>
 #include <thread>
 #include <utility>
 #include <unistd.h>
@@ -196,6 +200,43 @@ private slots:
         QVERIFY(comm.waitForBytes(2000));
         QCOMPARE(comm.Input(), QByteArray("\x55"));
         VERIFY_DIALOGS_CLEAN(env);
+    }
+
+    // An open panel whose device goes: told once, idle without spinning, still usable; closed
+    // and opened again, it sends its settings on the new line.
+    void panelOutlivesItsDevice()
+    {
+        PanelRig rig(rxRX320);
+        writeFile(rig.dir.filePath("rx320settings.ini"),
+                  textfile::joinLines({"7100.5", "10", "-150", "1", "400", "1", "40", "20"}));
+        Pty first;
+        writeFile(rig.dir.filePath("comports.ini"), first.slave.toLocal8Bit() + "\r\n");
+        QVERIFY(rig.open<frmRX320>());
+        CommLine &comm = rig.welcome->Comm1;
+        QVERIFY(comm.PortOpen());
+        rig.env.dialogs->expectMsgBox("has gone");
+        {
+            Unplug unplug(std::exchange(first.master, -1), 0, "the panel's line");
+            QTRY_VERIFY_WITH_TIMEOUT(!comm.PortOpen(), 1000);
+        }
+        const int wakeups = wakeupsOver(300);
+        QVERIFY2(wakeups < 50, qPrintable(QString::number(wakeups)));
+        rig.typeFrequency("9410");
+        QCOMPARE(rig.panel->txtFrequencyA->text(), QString("9410.000"));
+        QCOMPARE(rig.env.dialogs->shown.size(), 1);
+        rig.click("cmdClose");
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+        Pty second;
+        writeFile(rig.dir.filePath("comports.ini"), second.slave.toLocal8Bit() + "\r\n");
+        QVERIFY(rig.open<frmRX320>());
+        QVERIFY(comm.PortOpen());
+        QVERIFY(!comm.waitsCut());
+        pollfd pf{second.master, POLLIN, 0};
+        char buf[64];
+        const ssize_t n = ::poll(&pf, 1, 2000) == 1 ? ::read(second.master, buf, sizeof buf) : 0;
+        QVERIFY2(n > 0, "the panel's load sent nothing on the new line");
+        VERIFY_DIALOGS_CLEAN(rig.env);
     }
 };
 
