@@ -131,6 +131,8 @@ bool clsAR7030::readbyte(int16_t &value)
             got = true;
             break;
         }
+        if (comm().waitsCut())
+            break; // the device is gone or the window is closing: a time-out, now
         // Sleep on the line rather than spin; a closed line cannot wake us, the guard can.
         if (comm().PortOpen())
             comm().waitForBytes(kPollMs);

@@ -155,10 +155,15 @@ float clsRX320::Smeter()
 {
     comm().setInBufferCount(0);
     comm().Output("X\r");
-    // No time-out and no message pumping: the receiver always answers.
-    while (comm().InBufferCount() < 4)
+    // No time-out and no message pumping: the receiver always answers. Only a line whose waits
+    // are cut (the device is gone, the window is closing) ends the wait short.
+    while (comm().InBufferCount() < 4 && !comm().waitsCut())
         comm().waitForBytes(1000);
     const QByteArray r = comm().Input();
+    // A reply cut short reads as no signal: the recorders draw it as a silent band and go on,
+    // where the arithmetic below would stop them with a run-time error over bytes never sent.
+    if (r.size() < 4)
+        return 0.0f;
     const int hi = uint8_t(r[1]), lo = uint8_t(r[2]);
     if (hi >= 128)
         throw RuntimeError::overflow();

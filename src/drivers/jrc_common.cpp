@@ -143,7 +143,8 @@ void JrcDriver::waitForCount(int n, Wait how)
     for (;;) {
         if (how == Wait::LetEventsRun)
             QCoreApplication::processEvents();
-        if (comm().InBufferCount() >= n)
+        // Cut waits (the device is gone, the window is closing) end the read with what came.
+        if (comm().InBufferCount() >= n || comm().waitsCut())
             return;
         waitOnLine(how == Wait::LetEventsRun ? kEventPollMs : kBlockSliceMs);
     }
@@ -176,7 +177,7 @@ QByteArray JrcDriver::memoryReply(int16_t n, int maxLen)
     for (;;) {
         if (comm().InBufferCount() != 0)
             reply += comm().Input();
-        if (reply.endsWith('\r') || reply.size() >= maxLen)
+        if (reply.endsWith('\r') || reply.size() >= maxLen || comm().waitsCut())
             break;
         waitOnLine(kBlockSliceMs);
     }

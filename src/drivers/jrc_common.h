@@ -93,14 +93,15 @@ protected:
     enum class Wait { Blocking, LetEventsRun };
     // Waits until at least n bytes are waiting. Blocking waits on the line and nothing else
     // runs meanwhile; LetEventsRun lets pending events run between short waits on the line.
-    // Neither has a time-out: a silent receiver keeps the caller here.
+    // Neither has a time-out: a silent receiver keeps the caller here, until the line's waits
+    // are cut.
     void waitForCount(int n, Wait how);
     // Empties the buffer, sends the query with CR, waits for n bytes and takes them all.
     QByteArray query(const QByteArray &q, int n, Wait how);
     // The same inside the remote frame.
     QByteArray framedQuery(const QByteArray &q, int n, Wait how);
     // Asks for memory cell n ("L" and the number twice) and collects the reply until it ends
-    // in CR or reaches maxLen characters; the CR is taken off.
+    // in CR or reaches maxLen characters, or the line's waits are cut; the CR is taken off.
     QByteArray memoryReply(int16_t n, int maxLen);
 
 private:

@@ -30,4 +30,7 @@ public:
     virtual QString deviceName() const = 0;
 signals:
     void bytesArrived();
+    // The device went away under an open line (unplugged, or the far end of a pty closed).
+    // Sent once, possibly from inside waitForBytes; the backend closes itself afterwards.
+    void lost();
 };

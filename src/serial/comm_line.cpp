@@ -35,10 +35,16 @@ LineSettings parseSettings(const QString &s)
 
 CommLine::CommLine(QObject *parent) : QObject(parent) {}
 
-CommLine::~CommLine()
+CommLine::~CommLine() { dropBackend(); }
+
+void CommLine::dropBackend()
 {
-    if (backend_)
-        backend_->close();
+    if (!backend_)
+        return;
+    // A close of our own is no loss to tell of, even if the device went in the meantime.
+    backend_->disconnect(this);
+    backend_->close();
+    backend_.reset();
 }
 
 void CommLine::setSimulatorFactory(std::function<std::unique_ptr<SimDevice>()> f)
@@ -49,9 +55,7 @@ void CommLine::setSimulatorFactory(std::function<std::unique_ptr<SimDevice>()> f
 void CommLine::setPortOpen(bool open)
 {
     if (!open) {
-        if (backend_)
-            backend_->close();
-        backend_.reset();
+        dropBackend();
         open_ = false;
         buffer_.clear();
         return;
@@ -87,13 +91,13 @@ void CommLine::setPortOpen(bool open)
 
 void CommLine::openWith(std::unique_ptr<CommBackend> backend)
 {
-    if (backend_)
-        backend_->close();
+    dropBackend();
     backend_ = std::move(backend);
     buffer_.clear();
     open_ = true;
     waitsCut_ = false;
     connect(backend_.get(), &CommBackend::bytesArrived, this, &CommLine::onBytes);
+    connect(backend_.get(), &CommBackend::lost, this, &CommLine::onLost);
 }
 
 QString CommLine::deviceName() const { return backend_ ? backend_->deviceName() : QString(); }
@@ -149,6 +153,20 @@ bool CommLine::waitForBytes(int ms)
     const bool got = backend_->waitForBytes(ms);
     backend_->collect(buffer_);
     return got;
+}
+
+void CommLine::onLost()
+{
+    if (!open_)
+        return;
+    open_ = false;
+    cutWaits();
+    const QString text = QStringLiteral("The serial port COM%1 (%2) has gone:\nthe receiver's device was removed or closed.")
+                             .arg(commPort_)
+                             .arg(deviceName());
+    // The loss may show inside a read that lets nothing else run: tell it from the event loop.
+    QMetaObject::invokeMethod(
+        this, [text] { ui::MsgBox(text, ui::vbExclamation, QStringLiteral("Serial port")); }, Qt::QueuedConnection);
 }
 
 void CommLine::onBytes()

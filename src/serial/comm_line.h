@@ -25,6 +25,8 @@ public:
 
     // True opens the port that the port map gives for CommPort; a failure is told in a
     // message box naming the device and the reason, and the line stays closed.
+    // A device that goes away while open closes the line and cuts its waits; the listener is
+    // told once, from the event loop. Opening again starts afresh.
     void setPortOpen(bool open);
     bool PortOpen() const { return open_; }
 
@@ -62,6 +64,8 @@ signals:
 
 private:
     void onBytes();
+    void onLost();
+    void dropBackend();
     int commPort_ = 1;
     QString settings_ = QStringLiteral("9600,N,8,1");
     bool open_ = false;

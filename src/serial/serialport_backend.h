@@ -16,6 +16,8 @@ public:
     QString deviceName() const override { return device_; }
 
 private:
+    void onError(QSerialPort::SerialPortError e);
     QString device_;
+    bool gone_ = false;
     QSerialPort port_;
 };
