@@ -100,6 +100,9 @@ void clsNRD535::setRxStatus(const QString &s)
 float clsNRD535::Smeter()
 {
     const QByteArray r = query("M", 4, Wait::Blocking);
+    // A read cut short by a line that has gone reads as a silent band, not as a full-scale one.
+    if (r.size() < 4)
+        return 0;
     return nrd535SmeterCurve(jrc::valueAt(r, 2, 3));
 }
 

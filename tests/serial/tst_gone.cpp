@@ -109,7 +109,7 @@ QString runRead(int kind, CommLine &comm)
         return QStringLiteral("%1 %2").arg(int(got)).arg(v);
     }
     case Rx320Smeter: return QString::number(clsRX320(comm).Smeter());
-    case Nrd535Smeter: clsNRD535(comm).Smeter(); break;
+    case Nrd535Smeter: return QString::number(clsNRD535(comm).Smeter());
     case Nrd545Status: clsNRD545(comm).RxStatus(); break;
     case Nrd535Memory: clsNRD535(comm).Memory(12); break;
     }
@@ -130,7 +130,7 @@ private slots:
         QTest::newRow("idle line") << int(Idle) << "1200,N,8,1" << "" << 0;
         QTest::newRow("AR7030 byte read") << int(Ar7030Byte) << "1200,N,8,1" << "0 0" << 0;
         QTest::newRow("RX-320 S-meter") << int(Rx320Smeter) << "1200,N,8,1" << "0" << 0;
-        QTest::newRow("NRD-535 S-meter, blocking") << int(Nrd535Smeter) << "4800,N,8,1" << "" << 0;
+        QTest::newRow("NRD-535 S-meter, blocking") << int(Nrd535Smeter) << "4800,N,8,1" << "0" << 0;
         QTest::newRow("NRD-545 status, events run") << int(Nrd545Status) << "4800,N,8,1" << "" << 300;
         QTest::newRow("NRD-535 memory cell") << int(Nrd535Memory) << "4800,N,8,1" << "" << 0;
     }
