@@ -1,6 +1,7 @@
 #include "frmSetUp.h"
 #include "core/frmWelcome.h"
 #include "core/numtext.h"
+#include "core/paths.h"
 #include "core/settings_files.h"
 #include "core/shared_state.h"
 #include "ui/facades.h"
@@ -22,6 +23,8 @@
 using setup::Box;
 
 namespace {
+// The data directory is shown as the file system names it; everything else as it stands.
+QString shownText(Box box, const QString &text) { return box == Box::Dirpath ? paths::fromSettingsText(text) : text; }
 
 frmSetUp *theSetUp = nullptr;
 
@@ -424,7 +427,7 @@ void frmSetUp::loadValues()
     selectOption(optRxtargetarea, optionIndex(slotRxTargetArea()));
     selectOption(optStartstep, optionIndex(slotStartstep()));
     for (const auto &[box, ref] : boxes_)
-        box->setText(setup::boxText(ref.box, ref.index));
+        box->setText(shownText(ref.box, setup::boxText(ref.box, ref.index)));
     for (int i = 0; i < 4; ++i)
         chkNRDoptions[i]->setChecked(slotNrdOption(i) != 0);
     for (int i = 0; i < 2; ++i)
@@ -479,8 +482,13 @@ void frmSetUp::txtLevel_LostFocus() { leave(txtLevel); }
 void frmSetUp::leave(QLineEdit *box)
 {
     const BoxRef &ref = boxes_.at(box);
-    const setup::Verdict v = setup::leaveBox(ref.box, ref.index, box->text());
-    box->setText(v.boxText);
+    QString text = box->text();
+    // The data directory is settings text, its bytes one character each. Left as shown it keeps
+    // its bytes, however it was typed; typed anew it takes the bytes the file system gives it.
+    if (ref.box == Box::Dirpath)
+        text = text == shownText(ref.box, dirPath) ? dirPath : paths::toSettingsText(text);
+    const setup::Verdict v = setup::leaveBox(ref.box, ref.index, text);
+    box->setText(shownText(ref.box, v.boxText));
     lastLeaveFailed_ = !v.passed;
     if (v.passed)
         return;

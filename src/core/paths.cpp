@@ -1,9 +1,44 @@
 #include "paths.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
+#include <QStringDecoder>
 
 namespace paths {
+
+namespace {
+bool isSeparator(QChar c) { return c == u'/' || c == u'\\'; }
+
+QString decodeComponent(QStringView part)
+{
+    for (QChar c : part)
+        if (c.unicode() > 0xff) // not settings text: a name already
+            return part.toString();
+    const QByteArray bytes = part.toLatin1();
+    QStringDecoder decoder(QStringDecoder::System, QStringDecoder::Flag::Stateless);
+    QString name = decoder.decode(bytes);
+    return decoder.hasError() ? part.toString() : name;
+}
+} // namespace
+
+QString fromSettingsText(const QString &text)
+{
+    // Separators are single bytes in every encoding we meet, so each component is decoded alone
+    // and a name typed one way joins a folder typed the other.
+    QString out;
+    qsizetype start = 0;
+    for (qsizetype i = 0; i <= text.size(); ++i)
+        if (i == text.size() || isSeparator(text[i])) {
+            out += decodeComponent(QStringView(text).mid(start, i - start));
+            if (i < text.size())
+                out += text[i];
+            start = i + 1;
+        }
+    return out;
+}
+
+QString toSettingsText(const QString &name) { return QString::fromLatin1(QFile::encodeName(name)); }
 
 bool usesSlash()
 {
@@ -17,9 +52,9 @@ bool usesSlash()
 QString native(const QString &path)
 {
 #ifdef Q_OS_WIN
-    return path;
+    return fromSettingsText(path);
 #else
-    QString p = path;
+    QString p = fromSettingsText(path);
     p.replace(u'\\', u'/');
     if (p.isEmpty())
         return p;

@@ -6,8 +6,13 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
+#include <cerrno>
 
 namespace textfile {
+
+namespace {
+RuntimeError accessError() { return {75, QStringLiteral("Path/File access error")}; }
+} // namespace
 
 QStringList splitLines(const QByteArray &bytes)
 {
@@ -40,21 +45,87 @@ QByteArray joinLines(const QStringList &lines)
     return out;
 }
 
+RuntimeError writeFailure(int systemError, bool opening)
+{
+    switch (systemError) {
+    case ENOSPC:
+#ifdef EDQUOT
+    case EDQUOT:
+#endif
+        return {61, QStringLiteral("Disk full")};
+    case EACCES:
+    case EPERM:
+    case EROFS:
+        return accessError();
+    default:
+        return opening ? accessError() : RuntimeError(57, QStringLiteral("Device I/O error"));
+    }
+}
+
+bool isWriteFailure(const RuntimeError &e) { return e.number() == 57 || e.number() == 61 || e.number() == 75; }
+
+bool isSaveLeftover(const QString &name, const QString &fileName)
+{
+    const qsizetype baseSize = name.size() - 7;
+    if (baseSize < 1 || name[baseSize] != u'.')
+        return false;
+    for (qsizetype i = baseSize + 1; i < name.size(); ++i) {
+        const char16_t c = name[i].unicode();
+        if (!((c >= u'A' && c <= u'Z') || (c >= u'a' && c <= u'z')))
+            return false;
+    }
+    const QStringView base = QStringView(name).left(baseSize);
+    return fileName.isEmpty() ? base.lastIndexOf(u'.') > 0 : base == fileName;
+}
+
+namespace {
+[[noreturn]] void fail(QSaveFile &f, int systemError, bool opening = false)
+{
+    if (f.isOpen())
+        f.cancelWriting();
+    throw writeFailure(systemError, opening);
+}
+
+void removeLeftovers(const QDir &dir, const QString &fileName)
+{
+    const QStringList names = dir.entryList(QDir::Files | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    for (const QString &n : names)
+        if (isSaveLeftover(n, fileName))
+            QFile::remove(dir.filePath(n));
+}
+} // namespace
+
 void writeAtomically(const QString &path, const QByteArray &bytes)
 {
     const QString p = paths::native(path);
     const QFileInfo fi(p);
-    if (!fi.absoluteDir().exists())
+    const QFileInfo dirInfo(fi.absolutePath());
+    if (!dirInfo.isDir())
         throw RuntimeError::pathNotFound();
+    const bool exists = fi.exists();
+    if (exists && (!fi.isFile() || !fi.isWritable()))
+        throw accessError(); // a file the listener made read-only stays as it is
+    // Only where the folder takes no new file may the file be written in place; the old
+    // content is then not kept, which is why it is never the way where there is a choice.
+    const bool inPlace = exists && !dirInfo.isWritable();
     QSaveFile f(p);
+    f.setDirectWriteFallback(inPlace);
+    errno = 0;
     if (!f.open(QIODevice::WriteOnly))
-        throw RuntimeError(75, QStringLiteral("Path/File access error"));
-    if (f.write(bytes) != bytes.size()) {
-        f.cancelWriting();
-        throw RuntimeError(57, QStringLiteral("Device I/O error"));
-    }
+        fail(f, errno, true);
+    // Each step is checked on its own: commit() does not always report a flush of buffered
+    // data that failed, and would then put a cut file in place of the old one.
+    errno = 0;
+    if (f.write(bytes) != bytes.size())
+        fail(f, errno);
+    errno = 0;
+    if (!f.flush() || f.error() != QFileDevice::NoError)
+        fail(f, errno);
+    errno = 0;
     if (!f.commit())
-        throw RuntimeError(57, QStringLiteral("Device I/O error"));
+        fail(f, errno);
+    if (!inPlace)
+        removeLeftovers(dirInfo.absoluteFilePath(), fi.fileName());
 }
 
 QByteArray readAll(const QString &path)

@@ -67,9 +67,14 @@ void sortNames(QStringList &names)
     });
 }
 
+// The names as settings text, as chosenFileTable keeps them; what an interrupted save left
+// behind is no file of the listener's.
 QStringList filesIn(const QDir &d)
 {
-    QStringList names = d.entryList(QDir::Files | QDir::NoDotAndDotDot, QDir::NoSort);
+    QStringList names;
+    for (const QString &n : d.entryList(QDir::Files | QDir::NoDotAndDotDot, QDir::NoSort))
+        if (!textfile::isSaveLeftover(n))
+            names << paths::toSettingsText(n);
     sortNames(names);
     return names;
 }

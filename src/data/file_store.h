@@ -39,7 +39,8 @@ void preparePattern(int kind);
 void prepareDefaultName(int kind);
 
 // The files of the kind's sub-directory that match its pattern, in name order without regard
-// to case. A missing sub-directory is run-time error 76.
+// to case, as settings text (paths::toSettingsText). A missing sub-directory is run-time error
+// 76. Neither listing shows what an interrupted save left behind.
 QStringList listKindFiles(int kind);
 // Every file of a directory, whatever its name, in name order without regard to case; a
 // directory that is not there lists nothing.

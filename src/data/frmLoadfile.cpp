@@ -1,5 +1,6 @@
 #include "frmLoadfile.h"
 #include "core/frmWelcome.h"
+#include "core/paths.h"
 #include "core/shared_state.h"
 #include "data/file_store.h"
 #include "ui/facades.h"
@@ -71,7 +72,11 @@ void frmLoadfile::Form_Load()
     preparePattern(fileType);
     const QStringList names = listKindFiles(fileType);
     list->clear();
-    list->addItems(names);
+    // Shown as the file system names them; chosen as settings text.
+    for (const QString &n : names) {
+        auto *item = new QListWidgetItem(paths::fromSettingsText(n), list);
+        item->setData(Qt::UserRole, n);
+    }
     if (list->count() > 0)
         list->setCurrentRow(0);
     isOpen(Win::frmLoadfile) = true;
@@ -99,7 +104,7 @@ void frmLoadfile::reject() { Form_Unload(); }
 void frmLoadfile::list_Click()
 {
     if (QListWidgetItem *it = list->currentItem())
-        chosenFileTable[fileType] = it->text();
+        chosenFileTable[fileType] = it->data(Qt::UserRole).toString();
 }
 
 void frmLoadfile::list_DblClick()

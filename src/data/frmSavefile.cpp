@@ -1,5 +1,8 @@
 #include "frmSavefile.h"
+#include "core/paths.h"
+#include "core/runtime_error.h"
 #include "core/shared_state.h"
+#include "core/textfile.h"
 #include "data/file_store.h"
 #include "ui/facades.h"
 #include "ui/widgets/form_position.h"
@@ -13,9 +16,13 @@
 #include <QVBoxLayout>
 
 namespace {
-void saveError(const QString &title)
+const QString kSaveError = QStringLiteral("Something went wrong while\nsaving your data to a file ! ! !\nPLEASE TRY AGAIN");
+
+void saveError(const QString &title) { ui::MsgBox(kSaveError, ui::vbExclamation, title); }
+
+void saveError(const QString &title, const RuntimeError &e)
 {
-    ui::MsgBox(QStringLiteral("Something went wrong while\nsaving your data to a file ! ! !\nPLEASE TRY AGAIN"),
+    ui::MsgBox(kSaveError + QStringLiteral("\n\n%1 (run-time error %2)").arg(e.text()).arg(e.number()),
                ui::vbExclamation, title);
 }
 } // namespace
@@ -76,7 +83,7 @@ void frmSavefile::Form_Load()
     const QStringList names = dirFiles(fullDirTable[fileType]);
     prepareDefaultName(fileType);
     for (const QString &n : names)
-        cmbSavefile->addItem(n.toLower());
+        cmbSavefile->addItem(paths::fromSettingsText(n).toLower());
     // The listing loop adds once more after the last name: the list ends with an empty entry.
     cmbSavefile->addItem(QString());
     cmbSavefile->setCurrentIndex(-1);
@@ -109,7 +116,8 @@ void frmSavefile::cmdCancel_Click() { Form_Unload(); }
 void frmSavefile::cmdOK_Click()
 {
     const QString name = cmbSavefile->currentText();
-    chosenFileTable[fileType] = name;
+    // The name as typed, kept as settings text: the bytes the file system will give it.
+    chosenFileTable[fileType] = paths::toSettingsText(name);
     if (!isValidSaveName(name, fileType)) {
         saveError(QStringLiteral("Error 2"));
         Form_Unload();
@@ -124,7 +132,16 @@ void frmSavefile::cmdOK_Click()
             return;
         }
     }
-    runWriter();
+    try {
+        runWriter();
+    } catch (const RuntimeError &e) {
+        // A save that failed is told with its reason, and the old file stands as it was.
+        if (!textfile::isWriteFailure(e))
+            throw;
+        saveError(QStringLiteral("Save File"), e);
+        Form_Unload();
+        return;
+    }
     Form_Unload();
     if (fileType != 7 && fileType != kRttyFileKind)
         ui::MsgBox(QStringLiteral("The data is now saved\nto the file ") + name, ui::vbExclamation,

@@ -28,14 +28,10 @@ QByteArray memFileBytes()
 {
     QStringList lines;
     lines.reserve(lastMemoryIndex + 1);
-    for (int i = 0; i <= lastMemoryIndex; ++i) {
-        const QString &rec = memRecord[i].str();
-        const QString &tag = memTag[i].str();
-        if (rec.isEmpty() && tag.isEmpty())
-            lines << QString();
-        else // a tag without a record still has to stand at position 36
-            lines << (rec.isEmpty() ? QString(kMemRecordWidth, u' ') : rec) + tag;
-    }
+    // Every line keeps its 80 columns: a part never assigned stands as blanks, so a tag stays
+    // at position 36 and the file reads back as it was written.
+    for (int i = 0; i <= lastMemoryIndex; ++i)
+        lines << memRecord[i].str().leftJustified(kMemRecordWidth, u' ') + memTag[i].str().leftJustified(kMemTagWidth, u' ');
     return textfile::joinLines(lines);
 }
 

@@ -42,7 +42,7 @@ double memKhz(const QString &rec) { return numtext::Val(memField(rec, memfield::
 
 QString memSortKey(const QString &rec)
 {
-    if (rec.isEmpty() || isVacantMemRecord(rec))
+    if (rec.trimmed().isEmpty() || isVacantMemRecord(rec))
         return QString::fromLatin1(kMemLastKey);
     return memField(rec, memfield::frequency);
 }

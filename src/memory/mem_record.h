@@ -12,8 +12,8 @@
 constexpr int kMemRecordWidth = 35;
 constexpr int kMemTagWidth = 45;
 
-// A text of fixed width N. Never assigned (or assigned the empty text) it reads as empty;
-// shorter text is padded with blanks to N characters, longer text is cut.
+// A text of fixed width N. Never assigned it reads as empty; any text assigned, the empty text
+// too, is padded with blanks to N characters, longer text is cut.
 template <int N>
 class FixedText {
 public:
@@ -32,7 +32,7 @@ public:
     bool operator==(const QString &s) const { return text_ == s; }
 
 private:
-    void assign(const QString &s) { text_ = s.isEmpty() ? QString() : s.left(N).leftJustified(N, u' '); }
+    void assign(const QString &s) { text_ = s.left(N).leftJustified(N, u' '); }
     QString text_;
 };
 
@@ -109,7 +109,8 @@ QString memHzText(double khz);
 double memKhz(const QString &rec);
 
 // The sort key: the frequency field compared as text (numeric order, the field being of fixed
-// width); vacant and empty cells get "32016666" so that they end up last.
+// width); vacant and empty cells (never assigned, or all blanks) get "32016666" so that they
+// end up last.
 QString memSortKey(const QString &rec);
 inline constexpr const char *kMemLastKey = "32016666";
 

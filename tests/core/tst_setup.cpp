@@ -319,6 +319,42 @@ private slots:
         finish(w);
     }
 
+    // A data directory with letters outside ASCII is shown by its name, and saved back with the
+    // bytes it came with, however they were typed; typed anew in the box it takes UTF-8 bytes.
+    void nonAsciiDirPath_data()
+    {
+        QTest::addColumn<QByteArray>("before"); // the folder's name in the settings
+        QTest::addColumn<QString>("typed");     // into the box, empty: left as shown
+        QTest::addColumn<QByteArray>("saved");
+        QTest::newRow("UTF-8 bytes") << QByteArray("Empf\xc3\xa4nger/") << "" << QByteArray("Empf\xc3\xa4nger/");
+        QTest::newRow("Latin-1 byte") << QByteArray("Empf\xe4nger/") << "" << QByteArray("Empf\xe4nger/");
+        QTest::newRow("typed in the box") << QByteArray("Empf\xe4nger/") << "Empfänger" << QByteArray("Empf\xc3\xa4nger/");
+    }
+    void nonAsciiDirPath()
+    {
+        QFETCH(QByteArray, before);
+        QFETCH(QString, typed);
+        QFETCH(QByteArray, saved);
+        TestEnv env;
+        QTemporaryDir data;
+        fillSlots();
+        const QString real = data.path() + "/Empfänger/";
+        QVERIFY(QDir().mkpath(real));
+        const QByteArray root = QFile::encodeName(data.path()) + "/";
+        dirPath = QString::fromLatin1(root + before);
+        frmSetUp *w = openActive();
+        QCOMPARE(w->txtDirpath->text(), real);
+        w->txtDirpath->setFocus();
+        if (!typed.isEmpty()) // typed through an input method: the keyboard tester takes ASCII only
+            w->txtDirpath->setText(data.path() + "/" + typed);
+        w->txtLt2utc->setFocus(); // the box is left
+        env.dialogs->expectMsgBox("New INI data is now saved");
+        QTest::mouseClick(w->cmdSave, Qt::LeftButton);
+        VERIFY_DIALOGS_CLEAN(env);
+        QCOMPARE(readFile(real + "brelvox2.ini").left(root.size() + saved.size() + 2), root + saved + "\r\n");
+        finish(w);
+    }
+
     // Close keeps a change in memory only: the next start reads the file without it. Reload
     // shows what memory holds, even a number that failed its check.
     void closeAndReload()

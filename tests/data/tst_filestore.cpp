@@ -1,7 +1,13 @@
 #include "testmain.h"
 #include "datadir.h"
 
+#include "core/settings_files.h"
+#include "memory/mem_file.h"
+#include "memory/mem_record.h"
+
 #include <QTest>
+#include <sys/stat.h>
+#include <unistd.h>
 
 class TestFileStore : public QObject {
     Q_OBJECT
@@ -190,6 +196,46 @@ private slots:
         QCOMPARE(env.programs->started, QList<QStringList>{command + QStringList{d.path("log/log_dx.txt")}});
         env.programs->result = false;
         QCOMPARE(errorOf([] { startEditor(fullDirTable[4] + "log_dx.txt"); }), 53);
+    }
+
+    // A data directory with letters outside ASCII, its name in the settings as UTF-8 bytes or as
+    // the Latin-1 byte: it is found, its files listed, read and written, and the settings go back
+    // with the bytes they came with. A folder whose own name is the Latin-1 byte stands beside
+    // it and is not touched.
+    void nonAsciiDataDirectory_data()
+    {
+        QTest::addColumn<QByteArray>("typed"); // the folder's name as the settings file holds it
+        QTest::addColumn<QString>("shown");    // the name the file system knows
+        QTest::newRow("UTF-8 bytes") << QByteArray("Empf\xc3\xa4nger") << QString("Empfänger");
+        QTest::newRow("Latin-1 byte") << QByteArray("Empf\xe4nger") << QString("Empfänger");
+        QTest::newRow("both in one path") << QByteArray("Empf\xc3\xa4nger/\xe4lter") << QString("Empfänger/älter");
+    }
+    void nonAsciiDataDirectory()
+    {
+        QFETCH(QByteArray, typed);
+        QFETCH(QString, shown);
+        TestEnv env;
+        QTemporaryDir tmp;
+        const QByteArray root = QFile::encodeName(tmp.path()) + "/";
+        QVERIFY(::mkdir(root + "Empf\xe4nger", 0755) == 0); // the Latin-1 byte on disk
+        const QString real = tmp.path() + "/" + shown + "/";
+        const QString file = QString::fromUtf8("mem_1Gr\xc3\xbcn.txt");
+        writeFile(real + "MEM/" + file, "MEM000 09600000 4 01 0 1 @@@ @@@ @ Kurzwelle\r\n");
+        dirPath = QString::fromLatin1(root + typed + "/");
+        computeFullDirTable();
+        rxType = rxAR7030;
+        lastMemoryIndex = 99;
+        preparePattern(8);
+        const QStringList listed = listKindFiles(8);
+        QCOMPARE(listed, QStringList{QString::fromLatin1("mem_1Gr\xc3\xbcn.txt")}); // as settings text
+        loadMemFile(fullDirTable[8], listed[0]);
+        QCOMPARE(memTag[0].str().trimmed(), QString("Kurzwelle"));
+        memTag[0] = "Langwelle";
+        saveMemFile(fullDirTable[8], listed[0]);
+        QVERIFY(readFile(real + "MEM/" + file).contains("Langwelle"));
+        settings::saveSettings();
+        QCOMPARE(readFile(real + "brelvox2.ini").left(dirPath.size() + 2), root + typed + "/\r\n");
+        QCOMPARE(::access(root + "Empf\xe4nger/brelvox2.ini", F_OK), -1);
     }
 };
 

@@ -11,6 +11,8 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QTest>
+#include <csignal>
+#include <sys/resource.h>
 
 namespace {
 void click(QWidget *w) { QTest::mouseClick(w, Qt::LeftButton); }
@@ -61,6 +63,30 @@ QStringList shownDialogs(const TestEnv &env)
         out << QStringLiteral("%1|%2|%3").arg(s.title).arg(s.style).arg(s.prompt);
     return out;
 }
+
+// A file size limit on this process while it lives (none for a negative limit): writes past it
+// fail with "file too large".
+struct FileSizeLimit {
+    rlimit old{};
+    void (*oldHandler)(int) = nullptr;
+    bool set = false;
+    explicit FileSizeLimit(long limit)
+    {
+        if (limit < 0)
+            return;
+        getrlimit(RLIMIT_FSIZE, &old);
+        oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit r{rlim_t(limit), old.rlim_max};
+        set = setrlimit(RLIMIT_FSIZE, &r) == 0;
+    }
+    ~FileSizeLimit()
+    {
+        if (!set)
+            return;
+        setrlimit(RLIMIT_FSIZE, &old);
+        std::signal(SIGXFSZ, oldHandler);
+    }
+};
 
 const QString kError = "Something went wrong while\nsaving your data to a file ! ! !\nPLEASE TRY AGAIN";
 
@@ -223,32 +249,38 @@ private slots:
         QTest::addColumn<int>("answer");    // to the replace question
         QTest::addColumn<QStringList>("dialogs");
         QTest::addColumn<QStringList>("files"); // in the folder afterwards, "name=content"
+        QTest::addColumn<long>("limit");        // file size limit while saving, bytes; -1 none
         const QString q = "Save File|35|This file already exist.\nDo you want to replace it ?";
         const QString saved = "Save File|48|The data is now saved\nto the file ";
         const QStringList aborted{q, "Save File|64|File save action aborted", "Error 1|48|" + kError};
         const QString old = "log_dx.txt=old\r\n", bad = "Error 2|48|" + kError;
         QTest::newRow("offered name") << "" << 0 << QStringList{saved + "log_xyzxyzxyzxyz.txt"}
-                                      << QStringList{old, "log_xyzxyzxyzxyz.txt=new log\r\n"};
+                                      << QStringList{old, "log_xyzxyzxyzxyz.txt=new log\r\n"} << -1L;
         QTest::newRow("typed over the offered name") << "@log_over.txt" << 0 << QStringList{saved + "log_over.txt"}
-                                                     << QStringList{old, "log_over.txt=new log\r\n"};
-        QTest::newRow("typed, capitals") << "LOG_NEW.TXT" << 0 << QStringList{saved + "LOG_NEW.TXT"} << QStringList{"LOG_NEW.TXT=new log\r\n", old};
-        QTest::newRow("no ending") << "log_dx" << 0 << QStringList{bad} << QStringList{old};
-        QTest::newRow("other prefix") << "lgo_dx.txt" << 0 << QStringList{bad} << QStringList{old};
-        QTest::newRow("dot at 38") << "log_" + QString(33, 'x') + ".txt" << 0 << QStringList{bad} << QStringList{old};
-        QTest::newRow("emptied") << "#clear" << 0 << QStringList{bad} << QStringList{old};
-        QTest::newRow("empty last entry") << "#2" << 0 << QStringList{bad} << QStringList{old};
-        QTest::newRow("replace, Yes") << "log_dx.txt" << int(ui::vbYes) << QStringList{q, saved + "log_dx.txt"} << QStringList{"log_dx.txt=new log\r\n"};
-        QTest::newRow("replace, No") << "log_dx.txt" << int(ui::vbNo) << aborted << QStringList{old};
-        QTest::newRow("replace, Cancel") << "log_dx.txt" << int(ui::vbCancel) << aborted << QStringList{old};
+                                                     << QStringList{old, "log_over.txt=new log\r\n"} << -1L;
+        QTest::newRow("typed, capitals") << "LOG_NEW.TXT" << 0 << QStringList{saved + "LOG_NEW.TXT"} << QStringList{"LOG_NEW.TXT=new log\r\n", old} << -1L;
+        QTest::newRow("no ending") << "log_dx" << 0 << QStringList{bad} << QStringList{old} << -1L;
+        QTest::newRow("other prefix") << "lgo_dx.txt" << 0 << QStringList{bad} << QStringList{old} << -1L;
+        QTest::newRow("dot at 38") << "log_" + QString(33, 'x') + ".txt" << 0 << QStringList{bad} << QStringList{old} << -1L;
+        QTest::newRow("emptied") << "#clear" << 0 << QStringList{bad} << QStringList{old} << -1L;
+        QTest::newRow("empty last entry") << "#2" << 0 << QStringList{bad} << QStringList{old} << -1L;
+        QTest::newRow("replace, Yes") << "log_dx.txt" << int(ui::vbYes) << QStringList{q, saved + "log_dx.txt"} << QStringList{"log_dx.txt=new log\r\n"} << -1L;
+        QTest::newRow("replace, No") << "log_dx.txt" << int(ui::vbNo) << aborted << QStringList{old} << -1L;
+        QTest::newRow("replace, Cancel") << "log_dx.txt" << int(ui::vbCancel) << aborted << QStringList{old} << -1L;
         QTest::newRow("other case: no question, overwritten") << "LOG_DX.TXT" << 0 << QStringList{saved + "LOG_DX.TXT"}
-                                                               << QStringList{"log_dx.txt=new log\r\n"};
+                                                               << QStringList{"log_dx.txt=new log\r\n"} << -1L;
+        QTest::newRow("size limit: the error told, old file kept")
+            << "log_dx.txt" << int(ui::vbYes) << QStringList{q, "Save File|48|" + kError + "\n\nDevice I/O error (run-time error 57)"}
+            << QStringList{old} << 4L;
     }
+
     void save()
     {
         QFETCH(QString, typed);
         QFETCH(int, answer);
         QFETCH(QStringList, dialogs);
         QFETCH(QStringList, files);
+        QFETCH(long, limit);
         TestEnv env;
         DataDir d;
         FakeLogKind fake;
@@ -273,7 +305,10 @@ private slots:
         const QString name = w.cmbSavefile->currentText();
         for (const QString &dlg : dialogs)
             env.dialogs->expectMsgBox(dlg.section('|', 2).section('\n', 0, 0), dlg.contains("already exist") ? answer : ui::vbOK);
-        click(w.cmdOK);
+        {
+            FileSizeLimit held(limit);
+            click(w.cmdOK);
+        }
         QVERIFY(!w.isVisible() && !isOpen(Win::frmSavefile));
         QCOMPARE(chosenFileTable[4], name);
         QCOMPARE(shownDialogs(env), dialogs);
@@ -281,8 +316,8 @@ private slots:
         for (const QString &f : d.files("log").filter("log_", Qt::CaseInsensitive))
             onDisk << f + "=" + readFile(d.path("log/" + f));
         QCOMPARE(onDisk, files);
-        const bool saved = dialogs.last().contains("now saved");
-        QCOMPARE(fake.written, saved ? QStringList{dirPath + "LOG\\" + name} : QStringList());
+        const bool wrote = dialogs.last().contains("now saved") || limit >= 0;
+        QCOMPARE(fake.written, wrote ? QStringList{dirPath + "LOG\\" + name} : QStringList());
     }
 
     // Propagation asks before it replaces but tells nothing after; RTTY appends, never asks.

@@ -2,6 +2,7 @@
 #include "testutil.h"
 #include "core/runtime_error.h"
 #include "core/shared_state.h"
+#include "core/textfile.h"
 #include "data/file_store.h"
 #include "memory/mem_file.h"
 #include "memory/mem_record.h"
@@ -57,12 +58,13 @@ private slots:
     {
         QStringList keys, shown;
         for (const QString &r : {QString("MEM001 09600000 4 01 0 1 @@@ @@@ @ "), QString("MEM003 00000001 4 01 0 1 @@@ @@@ @ "),
-                                 QString("MEM003 00000002 4 01 0 1 @@@ @@@ @ "), vacantMemRecord(9), QString()}) {
+                                 QString("MEM003 00000002 4 01 0 1 @@@ @@@ @ "), vacantMemRecord(9), QString(),
+                                 QString(35, ' ')}) {
             keys << memSortKey(r);
             shown << memFrequencyDisplay(r);
         }
-        QCOMPARE(keys, QStringList({"09600000", "00000001", "00000002", "32016666", "32016666"}));
-        QCOMPARE(shown, QStringList({"09600.000", "00000001", "00000.002", "No data ", ""}));
+        QCOMPARE(keys, QStringList({"09600000", "00000001", "00000002", "32016666", "32016666", "32016666"}));
+        QCOMPARE(shown, QStringList({"09600.000", "00000001", "00000.002", "No data ", "", "        "}));
     }
 
     // Cells hold fixed-width text; the image is 0..lastMemoryIndex, anything else is error 9.
@@ -74,8 +76,8 @@ private slots:
         memTag[2] = QString(50, 'x');
         QCOMPARE(memRecord[2].str(), "abc" + QString(32, ' '));
         QCOMPARE(memTag[2].str(), QString(45, 'x'));
-        memRecord[2] = "";
-        QVERIFY(memRecord[2].isEmpty());
+        memRecord[2] = ""; // assigned, even empty, a cell is padded
+        QCOMPARE(memRecord[2].str(), QString(35, ' '));
         QCOMPARE(errorOf([] { memRecord[100] = "x"; }), 9);
         QCOMPARE(errorOf([] { (void)memTag[-1]; }), 9);
         memRecord[5] = "MEM005";
@@ -103,6 +105,7 @@ private slots:
         QTest::newRow("other model's file, short") << 999 << lines(100) << 100 << sampleLine(99) << "tag 99";
         QTest::newRow("empty file") << 999 << QByteArray() << 0 << "" << "";
         const QString rec = "MEM004 07300000 2 01 1 2 @@@ @@@ @ ";
+        QTest::newRow("blank line") << 99 << QByteArray("\r\n") << 1 << "" << "";
         QTest::newRow("34 characters: no tag") << 99 << (rec.left(34) + "\r\n").toLatin1() << 1 << rec << "";
         QTest::newRow("short line") << 99 << QByteArray("MEM004 07300000\r\n") << 1 << rec.left(15) << "";
         QTest::newRow("35th is not read back") << 99 << (rec.left(34) + "ZHello\r\n").toLatin1() << 1 << rec << "Hello";
@@ -129,6 +132,11 @@ private slots:
         }
         for (int i = cellsRead; i <= lastIndex; ++i)
             QVERIFY2(memRecord[i].isEmpty() && memTag[i].isEmpty(), qPrintable(QString::number(i)));
+        // saved back, every line keeps its 80 columns
+        const QStringList saved = textfile::splitLines(memFileBytes());
+        QCOMPARE(saved.size(), lastIndex + 1);
+        for (int i = 0; i <= lastIndex; ++i)
+            QVERIFY2(saved[i].size() == 80, qPrintable(QString::number(i)));
     }
 
     // Saved and loaded again, the window told of both; each line is record and tag, 80 characters.
@@ -139,6 +147,7 @@ private slots:
         const QString full = "Radio Nowhere Int. 0500-0700 UT English /Test";
         QTest::newRow("45 characters") << full << full;
         QTest::newRow("trailing blanks") << "Beacon   " << "Beacon" + QString(39, ' ');
+        QTest::newRow("no tag") << QString() << QString(45, ' ');
     }
     void roundTrip()
     {
@@ -149,7 +158,8 @@ private slots:
         allocateMemImage();
         const QString rec = filledMemRecord({5, "06005000", "3", "02", "1", "0"});
         memRecord[5] = rec;
-        memTag[5] = tag;
+        if (!tag.isNull())
+            memTag[5] = tag;
         memRecord[6] = vacantMemRecord(6);
         ViewLog view;
         setMemFileView(&view);
@@ -157,13 +167,14 @@ private slots:
         const QByteArray bytes = readFile(dir + "mem_2test.txt");
         const QStringList lines = QString::fromLatin1(bytes).split("\r\n");
         QCOMPARE(lines.size(), 101); // 100 lines, each ended by CR LF
-        QCOMPARE(lines.mid(4, 3), QStringList({"", rec + lineEnd, vacantMemRecord(6)})); // a cell never assigned is empty
+        const QString blanks(45, ' ');
+        QCOMPARE(lines.mid(4, 3), QStringList({QString(80, ' '), rec + lineEnd, vacantMemRecord(6) + blanks}));
         QCOMPARE(lines[5].size(), 80);
         allocateMemImage();
         loadMemFile(dir, "mem_2test.txt");
         setMemFileView(nullptr);
         QCOMPARE(memTag[5].str(), tag.leftJustified(45));
-        QVERIFY(memTag[6].isEmpty() && memRecord[4].isEmpty());
+        QCOMPARE(memTag[6].str() + memRecord[4].str(), blanks + QString(35, ' '));
         QCOMPARE(memFileBytes(), bytes); // and a second save gives the same bytes
         QCOMPARE(view.events.mid(0, 3) + view.events.mid(102), QStringList({"save", "saved mem_2test.txt", "begin", "99", "end mem_2test.txt"}));
     }
