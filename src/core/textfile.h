@@ -32,9 +32,9 @@ RuntimeError writeFailure(int systemError, bool opening);
 // The run-time errors a save can end in besides a missing directory: 57, 61 and 75.
 bool isWriteFailure(const RuntimeError &e);
 
-// True for "<fileName>.XXXXXX" (six letters): the name under which a save of fileName writes
-// before it renames, which a save killed at the wrong moment leaves behind. With an empty
-// fileName, any name of that form whose own name has an extension.
+// True for "<fileName>.~save-XXXXXX": the name under which a save of fileName writes before it
+// renames, which a save killed at the wrong moment leaves behind. With an empty fileName, any
+// name of that form.
 bool isSaveLeftover(const QString &name, const QString &fileName = {});
 
 // Open an existing file for reading; missing is run-time error 53, a missing directory 76.

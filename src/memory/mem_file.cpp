@@ -28,10 +28,15 @@ QByteArray memFileBytes()
 {
     QStringList lines;
     lines.reserve(lastMemoryIndex + 1);
-    // Every line keeps its 80 columns: a part never assigned stands as blanks, so a tag stays
-    // at position 36 and the file reads back as it was written.
-    for (int i = 0; i <= lastMemoryIndex; ++i)
-        lines << memRecord[i].str().leftJustified(kMemRecordWidth, u' ') + memTag[i].str().leftJustified(kMemTagWidth, u' ');
+    for (int i = 0; i <= lastMemoryIndex; ++i) {
+        const QString &rec = memRecord[i].str();
+        const QString &tag = memTag[i].str();
+        // A cell that holds anything keeps its 80 columns, so the tag stands at position 36.
+        if (rec.isEmpty() && tag.isEmpty())
+            lines << QString();
+        else
+            lines << rec.leftJustified(kMemRecordWidth, u' ') + tag.leftJustified(kMemTagWidth, u' ');
+    }
     return textfile::joinLines(lines);
 }
 

@@ -23,8 +23,8 @@ public:
 MemFileView *setMemFileView(MemFileView *v);
 MemFileView *memFileView();
 
-// The image as file bytes: every cell from 0 to lastMemoryIndex, record then tag, 80
-// characters a line. What was never assigned stands as blanks.
+// The image as file bytes: every cell from 0 to lastMemoryIndex, record then tag. A cell
+// never assigned stands as an empty line; any other is written at its 80 columns.
 QByteArray memFileBytes();
 
 // Fill the image from file bytes. The image is allocated anew first; lines past

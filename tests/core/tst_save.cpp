@@ -197,10 +197,11 @@ private slots:
         const QString dir = dirPath + "MEM/", path = dir + "MEM_4K.TXT";
         QDir().mkpath(dir);
         textfile::writeAtomically(path, a);
-        const auto ownLeftover = [&] { writeFile(path + ".QtKiLl", b.left(1000)); };
+        const auto ownLeftover = [&] { writeFile(path + ".~save-QtKiLl", b.left(1000)); };
         ownLeftover();
         writeFile(path + ".bak", "kept\r\n");
-        writeFile(dir + "MEM_4X.TXT.AbCdEf", "another file's\r\n");
+        writeFile(dir + "MEM_4X.TXT.~save-AbCdEf", "another file's\r\n");
+        writeFile(path + ".backup", "the listener's own\r\n");
         preparePattern(8);
         auto *rng = QRandomGenerator::global();
         int leftoversSeen = 0;
@@ -220,14 +221,14 @@ private slots:
             const QByteArray now = readFile(path);
             QVERIFY2(now == a || now == b, qPrintable(QString("round %1: %2 bytes").arg(round).arg(now.size())));
             const QStringList all = allEntries(dir);
-            leftoversSeen += int(all.filter(QRegularExpression("^MEM_4K\\.TXT\\.[A-Za-z]{6}$")).size());
+            leftoversSeen += int(all.filter(QRegularExpression("^MEM_4K\\.TXT\\.~save-\\w{6}$")).size());
             QCOMPARE(listKindFiles(8), QStringList{"MEM_4K.TXT"});
-            QCOMPARE(dirFiles(fullDirTable[8]), QStringList({"MEM_4K.TXT", "MEM_4K.TXT.bak"}));
+            QCOMPARE(dirFiles(fullDirTable[8]), QStringList({"MEM_4K.TXT", "MEM_4K.TXT.backup", "MEM_4K.TXT.bak"}));
         }
         qInfo("leftovers seen after a kill: %d", leftoversSeen);
         ownLeftover();
         textfile::writeAtomically(path, a);
-        QCOMPARE(allEntries(dir), QStringList({"MEM_4K.TXT", "MEM_4K.TXT.bak", "MEM_4X.TXT.AbCdEf"}));
+        QCOMPARE(allEntries(dir), QStringList({"MEM_4K.TXT", "MEM_4K.TXT.backup", "MEM_4K.TXT.bak", "MEM_4X.TXT.~save-AbCdEf"}));
     }
 };
 
