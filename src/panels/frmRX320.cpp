@@ -387,7 +387,7 @@ void frmRX320::enterMemory(int n)
     if (!RX320A || n >= memRecord.size())
         return;
     const QString rec = memRecord[n].str();
-    if (rec.isEmpty() || isVacantMemRecord(rec))
+    if (rec.trimmed().isEmpty() || isVacantMemRecord(rec)) // a blank line read from a file holds no cell
         return;
     auto field = [&](memfield::Field f) { return numtext::Val(memField(rec, f)); };
     RX320A->setFrequencyA(field(memfield::frequency) / 1000);
