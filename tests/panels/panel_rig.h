@@ -19,11 +19,23 @@
 #include <QTest>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
-// Hands the line's bytes to a simulator that outlives the line.
+// Hands the line's bytes to a simulator that outlives the line. A silenced one swallows them,
+// as a set that has gone quiet; heard is told of every piece the computer writes.
 class SimOnLoan : public SimDevice {
 public:
+    bool silent = false;
+    std::function<void(const QByteArray &)> heard;
+    QByteArray swallowed;
+    // The set speaks again and takes what it missed.
+    void wake()
+    {
+        silent = false;
+        target_->receive(std::exchange(swallowed, {}));
+    }
+
     explicit SimOnLoan(SimDevice *target) : target_(target)
     {
         target_->transmit = [this](const QByteArray &b) { send(b); };
@@ -34,7 +46,15 @@ public:
         target_->transmit = nullptr;
         target_->log = nullptr;
     }
-    void receive(const QByteArray &bytes) override { target_->receive(bytes); }
+    void receive(const QByteArray &bytes) override
+    {
+        if (heard)
+            heard(bytes);
+        if (silent)
+            swallowed += bytes;
+        else
+            target_->receive(bytes);
+    }
     int baudRate() const override { return target_->baudRate(); }
     QString model() const override { return target_->model(); }
 
