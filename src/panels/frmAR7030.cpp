@@ -220,9 +220,11 @@ void frmAR7030::Form_Load()
             b->setEnabled(false);
             b->setText(QStringLiteral("\u2013"));
             b->setToolTip(tr("Filter %1 is not fitted").arg(n));
+            b->setAccessibleName(b->toolTip()); // the dash alone says nothing
         } else {
             b->setEnabled(true);
             b->setText(text);
+            b->setAccessibleName(QString());
             b->setToolTip(tr("Filter %1, %2 kHz (Shift+F%1)").arg(n).arg(text));
         }
     }

@@ -306,7 +306,6 @@ QWidget *frmPanelBase::buildDisplay()
     txtFrequencyA->setFont(fixedFont(54, true));
     txtFrequencyA->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     txtFrequencyA->setMouseTracking(true);
-    txtFrequencyA->setAccessibleName(tr("Frequency in kHz"));
     txtFrequencyA->setToolTip(tr("Type a frequency in kHz and press Enter; double click to clear.\n"
                                  "The mouse wheel tunes while the pointer is here."));
     // Room for "30000.000" however wide the font draws.
@@ -345,6 +344,8 @@ QWidget *frmPanelBase::buildKeypad()
         cmd0to9[size_t(i)]->setFont(fixedFont(15, true));
     }
     cmdDot = makeButton(QStringLiteral("cmdDot"), QStringLiteral("."), g);
+    cmdDot->setToolTip(tr("Decimal point"));
+    cmdDot->setAccessibleName(tr("Decimal point"));
     cmdBack = makeButton(QStringLiteral("cmdBack"), QStringLiteral("\u2190"), g);
     cmdBack->setToolTip(tr("Drop the last character"));
     cmdBack->setAccessibleName(tr("Back"));
@@ -396,7 +397,6 @@ QWidget *frmPanelBase::buildTuning()
     cmbFreqstep->setMaxVisibleItems(19);
     cmbFreqstep->setMinimumWidth(80);
     cmbFreqstep->setFocusPolicy(Qt::ClickFocus);
-    cmbFreqstep->setAccessibleName(tr("Step in kHz"));
     auto *unit = new QLabel(QStringLiteral("kHz"), g);
     unit->setProperty("role", "caption");
     cmdMovefreq = makeButton(QStringLiteral("cmdMovefreq"), QStringLiteral("GO"), g);
@@ -478,11 +478,8 @@ void frmPanelBase::applyLook()
     }
     if (txtFrequencyA)
         txtFrequencyA->setFocus();
+    // Controls that show text are heard by their text; each named one carries its name.
     nameForAccessibility(this);
-    for (QLabel *l : findChildren<QLabel *>())
-        if (l->objectName().startsWith(QLatin1String("lbl")) || l->objectName().startsWith(QLatin1String("lbn")))
-            if (l->accessibleName().isEmpty())
-                l->setAccessibleName(l->objectName().mid(3));
 }
 
 void frmPanelBase::markActive(const QList<QPushButton *> &buttons, int index)

@@ -4,10 +4,12 @@
 // The simulators belong to the test, so they can be read after the panel has closed the line.
 #include "core/frmWelcome.h"
 #include "core/shared_state.h"
+#include "drivers/jrc_common.h"
 #include "panels/frmPanelBase.h"
 #include "serial/comm_line.h"
 #include "serial/sim_backend.h"
 #include "sim/ar7030_sim.h"
+#include "sim/nrd_sim.h"
 #include "sim/rx320_sim.h"
 #include "testutil.h"
 
@@ -67,6 +69,7 @@ struct PanelRig {
     QTemporaryDir dir;
     std::vector<std::unique_ptr<Ar7030Sim>> ars;
     std::vector<std::unique_ptr<Rx320Sim>> rxs;
+    std::vector<std::unique_ptr<NrdSim>> nrds;
     std::function<void(Ar7030Sim &)> prepareAr;
     std::unique_ptr<frmWelcome> welcome;
     QPointer<frmPanelBase> panel;
@@ -78,6 +81,7 @@ struct PanelRig {
         rxType = int16_t(type);
         slotCommPort() = 1;
         slotStartstep() = 0; // "5"
+        remoteLock = remoteCommand = lockState = 0;
         writeFile(dir.filePath("comports.ini"), "sim\r\n");
         CommLine::setSimulatorFactory([this]() -> std::unique_ptr<SimDevice> {
             if (rxType == rxAR7030) {
@@ -85,6 +89,13 @@ struct PanelRig {
                 if (prepareAr)
                     prepareAr(*ars.back());
                 return std::make_unique<SimOnLoan>(ars.back().get());
+            }
+            if (rxType == rxNRD535 || rxType == rxNRD545) {
+                if (rxType == rxNRD535)
+                    nrds.push_back(std::make_unique<Nrd535Sim>());
+                else
+                    nrds.push_back(std::make_unique<Nrd545Sim>());
+                return std::make_unique<SimOnLoan>(nrds.back().get());
             }
             rxs.push_back(std::make_unique<Rx320Sim>());
             return std::make_unique<SimOnLoan>(rxs.back().get());
@@ -102,6 +113,7 @@ struct PanelRig {
         }
         welcome.reset();
         CommLine::setSimulatorFactory({});
+        remoteLock = remoteCommand = lockState = 0;
     }
 
     template <class P>
@@ -117,6 +129,8 @@ struct PanelRig {
         switch (type) {
         case rxAR7030: return Win::frmAR7030;
         case rxRX320: return Win::frmRX320;
+        case rxNRD535: return Win::frmNRD535;
+        case rxNRD545: return Win::frmNRD545;
         default: return Win::frmNoRx;
         }
     }
