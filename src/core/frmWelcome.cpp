@@ -110,6 +110,8 @@ frmWelcome::frmWelcome(QWidget *parent) : QWidget(parent)
     connect(imgExit, &QToolButton::clicked, this, &frmWelcome::imgExit_Click);
     connect(&Comm1, &CommLine::OnComm, this, [this] { hub.Comm1_OnComm(Comm1); });
     timers.onTitles = [this] { writeTitles(); };
+    // Exit asked for during a read ends the read at once.
+    guard_.setOnHold([this] { Comm1.cutWaits(); });
     nameForAccessibility(this);
 }
 
@@ -206,6 +208,8 @@ void frmWelcome::Form_Unload()
 
 void frmWelcome::closeEvent(QCloseEvent *e)
 {
+    if (guard_.holdClose(e))
+        return;
     Form_Unload();
     e->accept();
     // Ending the start window ends the program, whatever else is open.

@@ -4,6 +4,7 @@
 #include "core/hub.h"
 #include "core/session_clock.h"
 #include "serial/comm_line.h"
+#include "ui/widgets/window_guard.h"
 
 #include <QLabel>
 #include <QToolButton>
@@ -61,6 +62,8 @@ protected:
 private:
     void writeTitles();
     bool unloaded_ = false;
+    // Ending the program waits for every guarded window's handler that is on the stack.
+    WindowGuard guard_{this, WindowGuard::Reach::All};
 };
 
 // Opens a driver instance of the model on the line (rxType 1..4); nullptr for models without one yet.

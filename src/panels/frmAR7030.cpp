@@ -157,24 +157,24 @@ void frmAR7030::buildPanel()
 
 void frmAR7030::connectControls()
 {
-    connect(cmdPowerOnOff, &QPushButton::clicked, this, &frmAR7030::cmdPowerOnOff_Click);
+    connect(cmdPowerOnOff, &QPushButton::clicked, this, guarded(guard_, [this] { cmdPowerOnOff_Click(); }));
     for (int i = 0; i < 7; ++i)
-        connect(cmdMode[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdMode_Click(i); });
+        connect(cmdMode[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdMode_Click(i); }));
     for (int i = 0; i < 6; ++i)
-        connect(cmdBandwidth[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdBandwidth_Click(i); });
+        connect(cmdBandwidth[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdBandwidth_Click(i); }));
     for (int i = 0; i < 4; ++i)
-        connect(cmdAgcspeed[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdAgcspeed_Click(i); });
+        connect(cmdAgcspeed[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdAgcspeed_Click(i); }));
     for (int i = 0; i < 6; ++i)
-        connect(cmdAttenuator[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdAttenuator_Click(i); });
-    connect(vsbVolume, &QSlider::valueChanged, this, &frmAR7030::vsbVolume_Change);
-    connect(vsbBass, &QSlider::valueChanged, this, &frmAR7030::vsbBass_Change);
-    connect(vsbTreble, &QSlider::valueChanged, this, &frmAR7030::vsbTreble_Change);
-    connect(vsbIfgain, &QSlider::valueChanged, this, &frmAR7030::vsbIfgain_Change);
-    connect(vsbLineL, &QSlider::valueChanged, this, &frmAR7030::vsbLineL_Change);
-    connect(vsbLineR, &QSlider::valueChanged, this, &frmAR7030::vsbLineR_Change);
-    connect(vsbSquelch, &QSlider::valueChanged, this, &frmAR7030::vsbSquelch_Change);
-    connect(vsbPassbandshift, &QSlider::valueChanged, this, &frmAR7030::vsbPassbandshift_Change);
-    connect(vsbBeatfreqosc, &QSlider::valueChanged, this, &frmAR7030::vsbBeatfreqosc_Change);
+        connect(cmdAttenuator[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdAttenuator_Click(i); }));
+    connect(vsbVolume, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbVolume_Change(); }));
+    connect(vsbBass, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbBass_Change(); }));
+    connect(vsbTreble, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbTreble_Change(); }));
+    connect(vsbIfgain, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbIfgain_Change(); }));
+    connect(vsbLineL, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbLineL_Change(); }));
+    connect(vsbLineR, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbLineR_Change(); }));
+    connect(vsbSquelch, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbSquelch_Change(); }));
+    connect(vsbPassbandshift, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbPassbandshift_Change(); }));
+    connect(vsbBeatfreqosc, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbBeatfreqosc_Change(); }));
 }
 
 void frmAR7030::connectDriver()
@@ -220,9 +220,11 @@ void frmAR7030::Form_Load()
             b->setEnabled(false);
             b->setText(QStringLiteral("\u2013"));
             b->setToolTip(tr("Filter %1 is not fitted").arg(n));
+            b->setAccessibleName(b->toolTip()); // the dash alone says nothing
         } else {
             b->setEnabled(true);
             b->setText(text);
+            b->setAccessibleName(QString());
             b->setToolTip(tr("Filter %1, %2 kHz (Shift+F%1)").arg(n).arg(text));
         }
     }
@@ -246,7 +248,7 @@ void frmAR7030::RxUpdatefull()
 {
     // Each read lets other handlers run; one of them may end the panel.
     QPointer<frmAR7030> self(this);
-    auto alive = [&] { return self && AR7030A; };
+    auto alive = [&] { return self && AR7030A && !stopping(); };
     if (alive()) AR7030A_AttenuatorChanged(AR7030A->Attenuator());
     if (alive()) AR7030A_BandwidthChanged(AR7030A->Bandwidth());
     if (alive()) AR7030A_AgcspeedChanged(AR7030A->Agcspeed());

@@ -84,7 +84,11 @@ frmAdvancedDSP *frmAdvancedDSP::open()
     }
     auto *w = new frmAdvancedDSP;
     theDsp = w;
-    w->Form_Load();
+    {
+        // The load reads the set: a close that comes meanwhile waits for it.
+        const HandlerScope scope(w->guard_);
+        w->Form_Load();
+    }
     return w;
 }
 
@@ -221,20 +225,20 @@ void frmAdvancedDSP::build()
     grid->addWidget(cmdExit, 1, 2, Qt::AlignRight | Qt::AlignBottom);
 
     for (int i = 0; i < 3; ++i) {
-        connect(cmdNrbc[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdNrbc_Click(i); });
-        connect(cmdNB[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdNB_Click(i); });
-        connect(cmdNT[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdNT_Click(i); });
+        connect(cmdNrbc[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdNrbc_Click(i); }));
+        connect(cmdNB[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdNB_Click(i); }));
+        connect(cmdNT[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdNT_Click(i); }));
     }
     for (int i = 0; i < 2; ++i) {
-        connect(optFilterslope[size_t(i)], &QRadioButton::clicked, this, [this, i] { optFilterslope_Click(i); });
-        connect(optHoldofnr[size_t(i)], &QRadioButton::clicked, this, [this, i] { optHoldofnr_Click(i); });
+        connect(optFilterslope[size_t(i)], &QRadioButton::clicked, this, guarded(guard_, [this, i] { optFilterslope_Click(i); }));
+        connect(optHoldofnr[size_t(i)], &QRadioButton::clicked, this, guarded(guard_, [this, i] { optHoldofnr_Click(i); }));
     }
-    connect(vsbNR, &QSlider::valueChanged, this, &frmAdvancedDSP::vsbNR_Change);
-    connect(vsbBC, &QSlider::valueChanged, this, &frmAdvancedDSP::vsbBC_Change);
-    connect(vsbNB, &QSlider::valueChanged, this, &frmAdvancedDSP::vsbNB_Change);
-    connect(vsbNT, &QSlider::valueChanged, this, &frmAdvancedDSP::vsbNT_Change);
-    connect(cmdDefaultNRBC, &QPushButton::clicked, this, &frmAdvancedDSP::cmdDefaultNRBC_Click);
-    connect(cmdExit, &QPushButton::clicked, this, &frmAdvancedDSP::cmdExit_Click);
+    connect(vsbNR, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbNR_Change(); }));
+    connect(vsbBC, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbBC_Change(); }));
+    connect(vsbNB, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbNB_Change(); }));
+    connect(vsbNT, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbNT_Change(); }));
+    connect(cmdDefaultNRBC, &QPushButton::clicked, this, guarded(guard_, [this] { cmdDefaultNRBC_Click(); }));
+    connect(cmdExit, &QPushButton::clicked, this, guarded(guard_, [this] { cmdExit_Click(); }));
     nameForAccessibility(this);
 }
 
@@ -416,15 +420,16 @@ void frmAdvancedDSP::leave()
 
 void frmAdvancedDSP::closeEvent(QCloseEvent *e)
 {
-    if (loading_) {
-        e->ignore();
-        QTimer::singleShot(50, this, [this] { close(); });
+    // The window's own close box asks as "Exit" does, also when it had to wait.
+    const bool asExit = !leaving_ && (e->spontaneous() || exitAsked_);
+    if (guard_.holdClose(e)) {
+        exitAsked_ = asExit;
         return;
     }
-    // The window's own close box asks as "Exit" does.
-    if (!leaving_ && e->spontaneous()) {
+    exitAsked_ = false;
+    if (asExit) {
         e->ignore();
-        QTimer::singleShot(0, this, &frmAdvancedDSP::cmdExit_Click);
+        QTimer::singleShot(0, this, guarded(guard_, [this] { cmdExit_Click(); }));
         return;
     }
     // Closed with the panel, or by "Exit": a lock still held from the load is let go.

@@ -3,6 +3,7 @@
 // its level, the notch and its frequency, the IF filter slope and the hold of the noise reduction.
 // It holds the panel's lock while open, when the listener had not.
 #include "core/shared_state.h"
+#include "ui/widgets/window_guard.h"
 
 #include <QWidget>
 #include <array>
@@ -59,4 +60,6 @@ private:
     bool tookLock_ = false;
     bool leaving_ = false;
     bool loading_ = false;
+    bool exitAsked_ = false; // the close box was used while a handler ran
+    WindowGuard guard_{this};
 };

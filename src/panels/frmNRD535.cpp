@@ -49,8 +49,8 @@ frmNRD535::frmNRD535(QWidget *parent) : frmPanelBase(Win::frmNRD535, rxNRD535, t
     finishMenu();
     connectCommon();
     // The keypad's "M" recalls through the receiver here.
-    disconnect(cmdEnterMem, &QPushButton::clicked, this, &frmPanelBase::cmdEnterMem_Click);
-    connect(cmdEnterMem, &QPushButton::clicked, this, &frmNRD535::cmdEnterMem_Click);
+    disconnect(cmdEnterMem, &QPushButton::clicked, this, nullptr);
+    connect(cmdEnterMem, &QPushButton::clicked, this, guarded(guard_, [this] { cmdEnterMem_Click(); }));
     connectControls();
     applyLook();
     // The set's volume is its own knob: there is nothing to mute from here.
@@ -217,22 +217,22 @@ void frmNRD535::buildPanel()
 
 void frmNRD535::connectControls()
 {
-    connect(cmdPowerOnOff, &QPushButton::clicked, this, &frmNRD535::cmdPowerOnOff_Click);
+    connect(cmdPowerOnOff, &QPushButton::clicked, this, guarded(guard_, [this] { cmdPowerOnOff_Click(); }));
     for (int i = 0; i < 2; ++i)
-        connect(cmdAttenuator[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdAttenuator_Click(i); });
+        connect(cmdAttenuator[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdAttenuator_Click(i); }));
     for (int i = 0; i < 4; ++i)
-        connect(cmdBandwidth[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdBandwidth_Click(i); });
+        connect(cmdBandwidth[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdBandwidth_Click(i); }));
     for (int i = 0; i < 9; ++i)
-        connect(cmdMode[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdMode_Click(i); });
+        connect(cmdMode[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdMode_Click(i); }));
     for (int i = 0; i < 3; ++i) {
-        connect(cmdAgcspeed[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdAgcspeed_Click(i); });
-        connect(cmdNoiseblanker[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdNoiseblanker_Click(i); });
+        connect(cmdAgcspeed[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdAgcspeed_Click(i); }));
+        connect(cmdNoiseblanker[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdNoiseblanker_Click(i); }));
     }
     for (int i = 0; i < 2; ++i)
-        connect(cmdLock[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdLock_Click(i); });
-    connect(lblPassbandshift, &ClickLabel::clicked, this, &frmNRD535::lblPassbandshift_Click);
-    connect(vsbBandwidthcontrol, &QSlider::valueChanged, this, &frmNRD535::vsbBandwidthcontrol_Change);
-    connect(vsbPassbandshift, &QSlider::valueChanged, this, &frmNRD535::vsbPassbandshift_Change);
+        connect(cmdLock[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdLock_Click(i); }));
+    connect(lblPassbandshift, &ClickLabel::clicked, this, guarded(guard_, [this] { lblPassbandshift_Click(); }));
+    connect(vsbBandwidthcontrol, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbBandwidthcontrol_Change(); }));
+    connect(vsbPassbandshift, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbPassbandshift_Change(); }));
 }
 
 void frmNRD535::connectDriver()
@@ -276,10 +276,10 @@ void frmNRD535::Form_Load()
     comm().setPortOpen(true);
     QPointer<frmNRD535> self(this);
     NRD535A->setRttyOnOff(0);
-    if (!self || !NRD535A)
+    if (!self || !NRD535A || stopping())
         return;
     RxUpdatebasics();
-    if (!self || !NRD535A)
+    if (!self || !NRD535A || stopping())
         return;
     NRD535A->setUserdefs(1, 0); // VBT bypass off
     showVbtBypass(false);
@@ -326,7 +326,7 @@ void frmNRD535::RxUpdatefull()
         return;
     QPointer<frmNRD535> self(this);
     const QString s = NRD535A->RxStatus();
-    if (!self || !NRD535A)
+    if (!self || !NRD535A || stopping())
         return;
     NRD535A_RxStatusChanged(s);
     const nrdpanel::Status st = nrdpanel::parseStatus(s);
@@ -350,7 +350,7 @@ void frmNRD535::RxUpdatefull()
     lblPassbandshift->setEnabled(true);
     setBarQuietly(vsbPassbandshift, 0);
     NRD535A->setPassBandShift(0);
-    if (!self || !NRD535A)
+    if (!self || !NRD535A || stopping())
         return;
     const bool bwcFitted = slotNrdOption(1) == 1;
     if ((st.bandwidth == 0 || st.bandwidth == 1) && bwcFitted) {
@@ -433,7 +433,7 @@ void frmNRD535::cmdMode_Click(int index)
     QPointer<frmNRD535> self(this);
     NRD535A->setMode(int16_t(index));
     delayMs(kModeSettleMs);
-    if (self)
+    if (self && !stopping())
         RxUpdatefull();
 }
 
@@ -471,7 +471,7 @@ void frmNRD535::enterMemory(int n)
         return;
     QPointer<frmNRD535> self(this);
     NRD535A->Rx2Mem(int16_t(n));
-    if (self)
+    if (self && !stopping())
         RxUpdatebasics();
 }
 
@@ -652,6 +652,7 @@ bool frmNRD535::eventFilter(QObject *watched, QEvent *event)
             auto *k = static_cast<QKeyEvent *>(event);
             const int lock = nrdpanel::lockKey(k->key(), k->modifiers());
             if (lock >= 0) {
+                const HandlerScope scope(guard_);
                 cmdLock_Click(lock);
                 return true;
             }

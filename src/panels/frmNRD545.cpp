@@ -252,28 +252,28 @@ QList<std::pair<QSlider *, ClickLabel *>> frmNRD545::bars() const
 
 void frmNRD545::connectControls()
 {
-    connect(cmdPowerOnOff, &QPushButton::clicked, this, &frmNRD545::cmdPowerOnOff_Click);
-    connect(cmdFreqOrChan, &QPushButton::clicked, this, &frmNRD545::cmdFreqOrChan_Click);
+    connect(cmdPowerOnOff, &QPushButton::clicked, this, guarded(guard_, [this] { cmdPowerOnOff_Click(); }));
+    connect(cmdFreqOrChan, &QPushButton::clicked, this, guarded(guard_, [this] { cmdFreqOrChan_Click(); }));
     for (int i = 0; i < 2; ++i) {
-        connect(cmdAttenuator[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdAttenuator_Click(i); });
-        connect(cmdEcss[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdEcss_Click(i); });
-        connect(cmdLock[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdLock_Click(i); });
+        connect(cmdAttenuator[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdAttenuator_Click(i); }));
+        connect(cmdEcss[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdEcss_Click(i); }));
+        connect(cmdLock[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdLock_Click(i); }));
     }
     for (int i = 0; i < 3; ++i)
-        connect(cmdBandwidth[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdBandwidth_Click(i); });
+        connect(cmdBandwidth[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdBandwidth_Click(i); }));
     for (int i = 0; i < 7; ++i)
-        connect(cmdMode[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdMode_Click(i); });
+        connect(cmdMode[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdMode_Click(i); }));
     for (int i = 0; i < 4; ++i)
-        connect(cmdAgcspeed[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdAgcspeed_Click(i); });
-    connect(lblTone, &ClickLabel::clicked, this, &frmNRD545::lblTone_Click);
-    connect(lblVolume, &ClickLabel::clicked, this, &frmNRD545::lblVolume_Click);
-    connect(lblPassbandshift, &ClickLabel::clicked, this, &frmNRD545::lblPassbandshift_Click);
-    connect(vsbBandwidthcontrol, &QSlider::valueChanged, this, &frmNRD545::vsbBandwidthcontrol_Change);
-    connect(vsbPassbandshift, &QSlider::valueChanged, this, &frmNRD545::vsbPassbandshift_Change);
-    connect(vsbIfgain, &QSlider::valueChanged, this, &frmNRD545::vsbIfgain_Change);
-    connect(vsbSquelch, &QSlider::valueChanged, this, &frmNRD545::vsbSquelch_Change);
-    connect(vsbTone, &QSlider::valueChanged, this, &frmNRD545::vsbTone_Change);
-    connect(vsbVolume, &QSlider::valueChanged, this, &frmNRD545::vsbVolume_Change);
+        connect(cmdAgcspeed[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdAgcspeed_Click(i); }));
+    connect(lblTone, &ClickLabel::clicked, this, guarded(guard_, [this] { lblTone_Click(); }));
+    connect(lblVolume, &ClickLabel::clicked, this, guarded(guard_, [this] { lblVolume_Click(); }));
+    connect(lblPassbandshift, &ClickLabel::clicked, this, guarded(guard_, [this] { lblPassbandshift_Click(); }));
+    connect(vsbBandwidthcontrol, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbBandwidthcontrol_Change(); }));
+    connect(vsbPassbandshift, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbPassbandshift_Change(); }));
+    connect(vsbIfgain, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbIfgain_Change(); }));
+    connect(vsbSquelch, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbSquelch_Change(); }));
+    connect(vsbTone, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbTone_Change(); }));
+    connect(vsbVolume, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbVolume_Change(); }));
 }
 
 void frmNRD545::connectDriver()
@@ -316,14 +316,14 @@ void frmNRD545::Form_Load()
     comm().setPortOpen(true);
     QPointer<frmNRD545> self(this);
     NRD545A->setRttyOnOff(0);
-    if (!self || !NRD545A)
+    if (!self || !NRD545A || stopping())
         return;
     NRD545A->setUserdefs(24, 1); // input tuning circuit on
-    if (!self || !NRD545A)
+    if (!self || !NRD545A || stopping())
         return;
     lblAttenuator->setBackColor(nrdpanel::bgr(nrdpanel::kLockOff));
     RxUpdatefull();
-    if (!self || !NRD545A)
+    if (!self || !NRD545A || stopping())
         return;
     lockState = 0;
     NRD545A->Lockonoff(0);
@@ -355,7 +355,7 @@ void frmNRD545::RxUpdatefull()
     if (!NRD545A)
         return;
     QPointer<frmNRD545> self(this);
-    auto alive = [&] { return self && NRD545A; };
+    auto alive = [&] { return self && NRD545A && !stopping(); };
     const QString s = NRD545A->RxStatus();
     if (!alive())
         return;
@@ -472,7 +472,7 @@ void frmNRD545::cmdMode_Click(int index)
     QPointer<frmNRD545> self(this);
     NRD545A->setMode(int16_t(index));
     delayMs(kModeSettleMs);
-    if (self)
+    if (self && !stopping())
         RxUpdatefull();
 }
 
@@ -678,7 +678,7 @@ void frmNRD545::enterMemory(int n)
     if (!NRD545A)
         return;
     QPointer<frmNRD545> self(this);
-    auto alive = [&] { return self && NRD545A; };
+    auto alive = [&] { return self && NRD545A && !stopping(); };
     // The memory read is no framed command: the set hears it only in remote mode.
     const bool held = remoteLock == 1;
     if (!held)
@@ -783,6 +783,7 @@ bool frmNRD545::eventFilter(QObject *watched, QEvent *event)
             auto *k = static_cast<QKeyEvent *>(event);
             const int lock = nrdpanel::lockKey(k->key(), k->modifiers());
             if (lock >= 0) {
+                const HandlerScope scope(guard_);
                 cmdLock_Click(lock);
                 return true;
             }

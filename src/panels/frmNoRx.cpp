@@ -17,7 +17,7 @@ frmNoRx::frmNoRx(QWidget *parent) : frmPanelBase(Win::frmNoRx, rxNone, false, pa
                QStringLiteral("mnuEnableLLLR"), QStringLiteral("mnuDisableLLLR"), QStringLiteral("mnuPowerOn"),
                QStringLiteral("mnuPowerOff"), QStringLiteral("mnuRXclock")});
     finishMenu();
-    connect(cmdClose, &QPushButton::clicked, this, &frmNoRx::cmdClose_Click);
+    connect(cmdClose, &QPushButton::clicked, this, guarded(guard_, [this] { cmdClose_Click(); }));
     txtFrequencyA->installEventFilter(this);
     applyLook();
 }

@@ -194,6 +194,11 @@ frmPanelBase::frmPanelBase(Win win, int type, bool actsOnReceiver, QWidget *pare
     setWindowTitle(ltText.isEmpty() && type >= 0 && type <= 4 ? QLatin1String(models[type])
                                                              : panelTitle(type, ltText, utcText));
     setMouseTracking(true);
+    // A close held back ends the reads under way at once: every wait on the line returns.
+    guard_.setOnHold([] {
+        if (frmWelcome *w = frmWelcome::instance())
+            w->Comm1.cutWaits();
+    });
 }
 
 frmPanelBase::~frmPanelBase()
@@ -301,7 +306,6 @@ QWidget *frmPanelBase::buildDisplay()
     txtFrequencyA->setFont(fixedFont(54, true));
     txtFrequencyA->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
     txtFrequencyA->setMouseTracking(true);
-    txtFrequencyA->setAccessibleName(tr("Frequency in kHz"));
     txtFrequencyA->setToolTip(tr("Type a frequency in kHz and press Enter; double click to clear.\n"
                                  "The mouse wheel tunes while the pointer is here."));
     // Room for "30000.000" however wide the font draws.
@@ -340,6 +344,8 @@ QWidget *frmPanelBase::buildKeypad()
         cmd0to9[size_t(i)]->setFont(fixedFont(15, true));
     }
     cmdDot = makeButton(QStringLiteral("cmdDot"), QStringLiteral("."), g);
+    cmdDot->setToolTip(tr("Decimal point"));
+    cmdDot->setAccessibleName(tr("Decimal point"));
     cmdBack = makeButton(QStringLiteral("cmdBack"), QStringLiteral("\u2190"), g);
     cmdBack->setToolTip(tr("Drop the last character"));
     cmdBack->setAccessibleName(tr("Back"));
@@ -391,7 +397,6 @@ QWidget *frmPanelBase::buildTuning()
     cmbFreqstep->setMaxVisibleItems(19);
     cmbFreqstep->setMinimumWidth(80);
     cmbFreqstep->setFocusPolicy(Qt::ClickFocus);
-    cmbFreqstep->setAccessibleName(tr("Step in kHz"));
     auto *unit = new QLabel(QStringLiteral("kHz"), g);
     unit->setProperty("role", "caption");
     cmdMovefreq = makeButton(QStringLiteral("cmdMovefreq"), QStringLiteral("GO"), g);
@@ -473,11 +478,8 @@ void frmPanelBase::applyLook()
     }
     if (txtFrequencyA)
         txtFrequencyA->setFocus();
+    // Controls that show text are heard by their text; each named one carries its name.
     nameForAccessibility(this);
-    for (QLabel *l : findChildren<QLabel *>())
-        if (l->objectName().startsWith(QLatin1String("lbl")) || l->objectName().startsWith(QLatin1String("lbn")))
-            if (l->accessibleName().isEmpty())
-                l->setAccessibleName(l->objectName().mid(3));
 }
 
 void frmPanelBase::markActive(const QList<QPushButton *> &buttons, int index)
@@ -564,7 +566,7 @@ void frmPanelBase::wireMenu(const QString &name, std::function<void()> handler)
     QAction *a = menuEntry(name);
     if (!a)
         return;
-    connect(a, &QAction::triggered, this, [h = std::move(handler)] { h(); });
+    connect(a, &QAction::triggered, this, guarded(guard_, [h = std::move(handler)] { h(); }));
     wired_[name] = true;
 }
 
@@ -593,24 +595,24 @@ void frmPanelBase::finishMenu()
 
 void frmPanelBase::connectCommon()
 {
-    connect(txtFrequencyA, &QLineEdit::returnPressed, this, [this] { txtFrequencyA_KeyPress(13); });
+    connect(txtFrequencyA, &QLineEdit::returnPressed, this, guarded(guard_, [this] { txtFrequencyA_KeyPress(13); }));
     txtFrequencyA->installEventFilter(this);
     for (int i = 0; i < 10; ++i)
-        connect(cmd0to9[size_t(i)], &QPushButton::clicked, this, [this, i] { cmd0to9_Click(i); });
-    connect(cmdDot, &QPushButton::clicked, this, &frmPanelBase::cmdDot_Click);
-    connect(cmdBack, &QPushButton::clicked, this, &frmPanelBase::cmdBack_Click);
-    connect(cmdEnterfreq, &QPushButton::clicked, this, &frmPanelBase::cmdEnterfreq_Click);
-    connect(cmdEnterMem, &QPushButton::clicked, this, &frmPanelBase::cmdEnterMem_Click);
-    connect(cmdEnterS, &QPushButton::clicked, this, &frmPanelBase::cmdEnterS_Click);
-    connect(cmdMovefreq, &QPushButton::clicked, this, &frmPanelBase::cmdMovefreq_Click);
-    connect(spnFreqstep, &SpinButton::SpinDown, this, &frmPanelBase::spnFreqstep_SpinDown);
-    connect(spnFreqstep, &SpinButton::SpinUp, this, &frmPanelBase::spnFreqstep_SpinUp);
+        connect(cmd0to9[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmd0to9_Click(i); }));
+    connect(cmdDot, &QPushButton::clicked, this, guarded(guard_, [this] { cmdDot_Click(); }));
+    connect(cmdBack, &QPushButton::clicked, this, guarded(guard_, [this] { cmdBack_Click(); }));
+    connect(cmdEnterfreq, &QPushButton::clicked, this, guarded(guard_, [this] { cmdEnterfreq_Click(); }));
+    connect(cmdEnterMem, &QPushButton::clicked, this, guarded(guard_, [this] { cmdEnterMem_Click(); }));
+    connect(cmdEnterS, &QPushButton::clicked, this, guarded(guard_, [this] { cmdEnterS_Click(); }));
+    connect(cmdMovefreq, &QPushButton::clicked, this, guarded(guard_, [this] { cmdMovefreq_Click(); }));
+    connect(spnFreqstep, &SpinButton::SpinDown, this, guarded(guard_, [this] { spnFreqstep_SpinDown(); }));
+    connect(spnFreqstep, &SpinButton::SpinUp, this, guarded(guard_, [this] { spnFreqstep_SpinUp(); }));
     for (int i = 0; i < 2; ++i)
-        connect(cmdfreqstep[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdfreqstep_Click(i); });
-    connect(lblInt5, &ClickLabel::clicked, this, &frmPanelBase::lblInt5_Click);
-    connect(lbnInt1, &ClickLabel::clicked, this, &frmPanelBase::lbnInt1_Click);
-    connect(lblMute, &ClickLabel::clicked, this, &frmPanelBase::lblMute_Click);
-    connect(cmdClose, &QPushButton::clicked, this, &frmPanelBase::cmdClose_Click);
+        connect(cmdfreqstep[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdfreqstep_Click(i); }));
+    connect(lblInt5, &ClickLabel::clicked, this, guarded(guard_, [this] { lblInt5_Click(); }));
+    connect(lbnInt1, &ClickLabel::clicked, this, guarded(guard_, [this] { lbnInt1_Click(); }));
+    connect(lblMute, &ClickLabel::clicked, this, guarded(guard_, [this] { lblMute_Click(); }));
+    connect(cmdClose, &QPushButton::clicked, this, guarded(guard_, [this] { cmdClose_Click(); }));
 }
 
 // --- load and unload framing ---
@@ -663,8 +665,6 @@ void frmPanelBase::abandonLoad()
     deleteLater();
 }
 
-bool frmPanelBase::receiverBusy() { return SessionTimers::instance().tmrLoopguard.isActive() || delayBusy; }
-
 void frmPanelBase::registerOpen()
 {
     frmWelcome::instance()->hub.setPanel(this);
@@ -716,15 +716,15 @@ void frmPanelBase::closeAllWindows(QWidget *except)
 
 void frmPanelBase::closeEvent(QCloseEvent *e)
 {
-    // Not while the receiver is being read: the read runs inside a handler of this panel and
-    // needs its driver. The close comes again when it is over.
-    if (loading_ || receiverBusy()) {
-        e->ignore();
-        QTimer::singleShot(50, this, [this] { close(); });
+    // Not while a handler of this or another window runs: it may be reading the receiver. The
+    // close comes again when the last has returned.
+    if (guard_.holdClose(e))
         return;
-    }
-    if (!unloaded_)
+    if (!unloaded_) {
+        // The unload talks to the receiver too: a close asked for meanwhile waits for it.
+        const HandlerScope scope(guard_);
         Form_Unload();
+    }
     e->accept();
 }
 
@@ -790,7 +790,7 @@ void frmPanelBase::cmdMovefreq_Click()
     if (!running_)
         return; // the loop of the first click sees it and ends
     QPointer<frmPanelBase> self(this);
-    while (self && running_ && !unloaded_) {
+    while (self && running_ && !unloaded_ && !stopping()) {
         step(direction_);
         QCoreApplication::processEvents();
     }
@@ -964,6 +964,7 @@ bool frmPanelBase::eventFilter(QObject *watched, QEvent *event)
     switch (event->type()) {
     case QEvent::KeyPress:
         if (acts_ && isEnabled() && !unloaded_) {
+            const HandlerScope scope(guard_);
             auto *k = static_cast<QKeyEvent *>(event);
             return Form_KeyDown(k->key(), k->modifiers());
         }
@@ -985,6 +986,7 @@ bool frmPanelBase::eventFilter(QObject *watched, QEvent *event)
         break;
     case QEvent::Wheel:
         if (acts_ && wheelArmed_) {
+            const HandlerScope scope(guard_);
             wheelStep(static_cast<QWheelEvent *>(event)->angleDelta().y());
             return true;
         }

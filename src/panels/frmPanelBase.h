@@ -7,6 +7,7 @@
 #include "core/shared_state.h"
 #include "panels/panel_keys.h"
 #include "panels/panel_logic.h"
+#include "ui/widgets/window_guard.h"
 
 #include <QLabel>
 #include <QMainWindow>
@@ -190,6 +191,8 @@ protected:
     template <class P>
     static P *loadOrAbandon(P *p, std::function<void()> releaseDriver = {})
     {
+        // The load reads the receiver and lets events run: a close that comes meanwhile waits.
+        const HandlerScope scope(static_cast<frmPanelBase *>(p)->guard_);
         try {
             p->Form_Load();
         } catch (...) {
@@ -202,8 +205,8 @@ protected:
     }
     // The hub and the start window know the panel from here on.
     void registerOpen();
-    // A byte read or a timed wait of a driver is under way (it lets other handlers run).
-    static bool receiverBusy();
+    // A close is held back or under way: a job of the panel ends at its next step.
+    bool stopping() const { return guard_.stopRequested(); }
     // The unload's framing after the model's own part: position, flags, other windows, port,
     // start window.
     void unloadCommon(bool closePort, const std::function<void()> &releaseDriver);
@@ -214,6 +217,9 @@ protected:
 
     void wheelStep(int delta);
 
+    // Handlers run under it; the panel's close waits for every guarded window's handlers, since
+    // it unloads them all.
+    WindowGuard guard_{this, WindowGuard::Reach::All};
     Win win_;
     int type_;
     bool acts_;

@@ -147,17 +147,17 @@ void frmRX320::buildPanel()
 void frmRX320::connectControls()
 {
     for (int i = 0; i < 4; ++i)
-        connect(cmdMode[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdMode_Click(i); });
+        connect(cmdMode[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdMode_Click(i); }));
     for (int i = 0; i < 3; ++i)
-        connect(cmdAgcspeed[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdAgcspeed_Click(i); });
+        connect(cmdAgcspeed[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdAgcspeed_Click(i); }));
     for (int i = 0; i < rx320panel::kGroups; ++i)
-        connect(cmdBwrange[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdBwrange_Click(i); });
+        connect(cmdBwrange[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdBwrange_Click(i); }));
     for (int i = 0; i < rx320panel::kGroupButtons; ++i)
-        connect(cmdBwgroup[size_t(i)], &QPushButton::clicked, this, [this, i] { cmdBwgroup_Click(i); });
-    connect(vsbVolume, &QSlider::valueChanged, this, &frmRX320::vsbVolume_Change);
-    connect(vsbLinelevel, &QSlider::valueChanged, this, &frmRX320::vsbLinelevel_Change);
-    connect(vsbPassbandshift, &QSlider::valueChanged, this, &frmRX320::vsbPassbandshift_Change);
-    connect(vsbBeatfreqosc, &QSlider::valueChanged, this, &frmRX320::vsbBeatfreqosc_Change);
+        connect(cmdBwgroup[size_t(i)], &QPushButton::clicked, this, guarded(guard_, [this, i] { cmdBwgroup_Click(i); }));
+    connect(vsbVolume, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbVolume_Change(); }));
+    connect(vsbLinelevel, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbLinelevel_Change(); }));
+    connect(vsbPassbandshift, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbPassbandshift_Change(); }));
+    connect(vsbBeatfreqosc, &QSlider::valueChanged, this, guarded(guard_, [this] { vsbBeatfreqosc_Change(); }));
 }
 
 void frmRX320::connectDriver()

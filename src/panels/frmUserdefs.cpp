@@ -74,7 +74,7 @@ void frmUserdefsBase::build(const QList<OptionGroup> &groups, const QList<ValueS
             auto *r = new QRadioButton(g.captions[i], box);
             r->setObjectName(QStringLiteral("%1_%2").arg(QLatin1String(g.name)).arg(i));
             const int index = g.index;
-            connect(r, &QRadioButton::clicked, this, [this, index, i] { option_Click(index, i); });
+            connect(r, &QRadioButton::clicked, this, guarded(guard_, [this, index, i] { option_Click(index, i); }));
             col->addWidget(r);
             opts << r;
         }
@@ -100,9 +100,9 @@ void frmUserdefsBase::build(const QList<OptionGroup> &groups, const QList<ValueS
         set->setAutoDefault(false);
         set->setToolTip(tr("Send this value to the receiver"));
         const int index = v.index;
-        connect(spin, &SpinButton::SpinUp, this, [this, index] { spin_Click(index, true); });
-        connect(spin, &SpinButton::SpinDown, this, [this, index] { spin_Click(index, false); });
-        connect(set, &QPushButton::clicked, this, [this, index] { cmdSet_Click(index); });
+        connect(spin, &SpinButton::SpinUp, this, guarded(guard_, [this, index] { spin_Click(index, true); }));
+        connect(spin, &SpinButton::SpinDown, this, guarded(guard_, [this, index] { spin_Click(index, false); }));
+        connect(set, &QPushButton::clicked, this, guarded(guard_, [this, index] { cmdSet_Click(index); }));
         row->addWidget(label, 1);
         row->addWidget(spin);
         row->addWidget(set);
@@ -117,8 +117,8 @@ void frmUserdefsBase::build(const QList<OptionGroup> &groups, const QList<ValueS
     cmdOK = new QPushButton(QStringLiteral("OK"), this);
     cmdOK->setObjectName(QStringLiteral("cmdOK"));
     cmdOK->setAutoDefault(false);
-    connect(cmdDefaults, &QPushButton::clicked, this, &frmUserdefsBase::cmdDefaults_Click);
-    connect(cmdOK, &QPushButton::clicked, this, &frmUserdefsBase::cmdOK_Click);
+    connect(cmdDefaults, &QPushButton::clicked, this, guarded(guard_, [this] { cmdDefaults_Click(); }));
+    connect(cmdOK, &QPushButton::clicked, this, guarded(guard_, [this] { cmdOK_Click(); }));
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(cmdDefaults);
     buttons->addStretch(1);
@@ -200,6 +200,8 @@ void frmUserdefsBase::cmdDefaults_Click()
         delayMs(kDefaultsPaceMs);
         if (!self)
             return;
+        if (guard_.stopRequested())
+            break; // the window is closing: what is sent stays sent
         sendUserdef(row.index, row.value);
         if (row.option >= 0) {
             setOption(row.index, row.option);
@@ -221,11 +223,8 @@ void frmUserdefsBase::cmdOK_Click() { close(); }
 void frmUserdefsBase::closeEvent(QCloseEvent *e)
 {
     // Not in the middle of a defaults run: it comes back when the run is over.
-    if (busy_) {
-        e->ignore();
-        QTimer::singleShot(50, this, [this] { close(); });
+    if (guard_.holdClose(e))
         return;
-    }
     storeAtUnload(this, win_);
     isOpen(win_) = false;
     if (frmWelcome::openWindow(win_) == this)

@@ -4,6 +4,7 @@
 // (it cannot report them, so the window starts with no choice marked).
 #include "core/shared_state.h"
 #include "panels/nrd_panel_logic.h"
+#include "ui/widgets/window_guard.h"
 
 #include <QList>
 #include <QWidget>
@@ -70,6 +71,7 @@ protected:
     virtual void afterDefaults() {}
     virtual void releaseDriver() = 0;
     void closeEvent(QCloseEvent *e) override;
+    WindowGuard guard_{this};
 
 private:
     struct Held {

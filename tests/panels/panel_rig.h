@@ -4,10 +4,12 @@
 // The simulators belong to the test, so they can be read after the panel has closed the line.
 #include "core/frmWelcome.h"
 #include "core/shared_state.h"
+#include "drivers/jrc_common.h"
 #include "panels/frmPanelBase.h"
 #include "serial/comm_line.h"
 #include "serial/sim_backend.h"
 #include "sim/ar7030_sim.h"
+#include "sim/nrd_sim.h"
 #include "sim/rx320_sim.h"
 #include "testutil.h"
 
@@ -19,11 +21,23 @@
 #include <QTest>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
-// Hands the line's bytes to a simulator that outlives the line.
+// Hands the line's bytes to a simulator that outlives the line. A silenced one swallows them,
+// as a set that has gone quiet; heard is told of every piece the computer writes.
 class SimOnLoan : public SimDevice {
 public:
+    bool silent = false;
+    std::function<void(const QByteArray &)> heard;
+    QByteArray swallowed;
+    // The set speaks again and takes what it missed.
+    void wake()
+    {
+        silent = false;
+        target_->receive(std::exchange(swallowed, {}));
+    }
+
     explicit SimOnLoan(SimDevice *target) : target_(target)
     {
         target_->transmit = [this](const QByteArray &b) { send(b); };
@@ -34,7 +48,15 @@ public:
         target_->transmit = nullptr;
         target_->log = nullptr;
     }
-    void receive(const QByteArray &bytes) override { target_->receive(bytes); }
+    void receive(const QByteArray &bytes) override
+    {
+        if (heard)
+            heard(bytes);
+        if (silent)
+            swallowed += bytes;
+        else
+            target_->receive(bytes);
+    }
     int baudRate() const override { return target_->baudRate(); }
     QString model() const override { return target_->model(); }
 
@@ -47,6 +69,7 @@ struct PanelRig {
     QTemporaryDir dir;
     std::vector<std::unique_ptr<Ar7030Sim>> ars;
     std::vector<std::unique_ptr<Rx320Sim>> rxs;
+    std::vector<std::unique_ptr<NrdSim>> nrds;
     std::function<void(Ar7030Sim &)> prepareAr;
     std::unique_ptr<frmWelcome> welcome;
     QPointer<frmPanelBase> panel;
@@ -58,6 +81,7 @@ struct PanelRig {
         rxType = int16_t(type);
         slotCommPort() = 1;
         slotStartstep() = 0; // "5"
+        remoteLock = remoteCommand = lockState = 0;
         writeFile(dir.filePath("comports.ini"), "sim\r\n");
         CommLine::setSimulatorFactory([this]() -> std::unique_ptr<SimDevice> {
             if (rxType == rxAR7030) {
@@ -65,6 +89,13 @@ struct PanelRig {
                 if (prepareAr)
                     prepareAr(*ars.back());
                 return std::make_unique<SimOnLoan>(ars.back().get());
+            }
+            if (rxType == rxNRD535 || rxType == rxNRD545) {
+                if (rxType == rxNRD535)
+                    nrds.push_back(std::make_unique<Nrd535Sim>());
+                else
+                    nrds.push_back(std::make_unique<Nrd545Sim>());
+                return std::make_unique<SimOnLoan>(nrds.back().get());
             }
             rxs.push_back(std::make_unique<Rx320Sim>());
             return std::make_unique<SimOnLoan>(rxs.back().get());
@@ -82,6 +113,7 @@ struct PanelRig {
         }
         welcome.reset();
         CommLine::setSimulatorFactory({});
+        remoteLock = remoteCommand = lockState = 0;
     }
 
     template <class P>
@@ -97,6 +129,8 @@ struct PanelRig {
         switch (type) {
         case rxAR7030: return Win::frmAR7030;
         case rxRX320: return Win::frmRX320;
+        case rxNRD535: return Win::frmNRD535;
+        case rxNRD545: return Win::frmNRD545;
         default: return Win::frmNoRx;
         }
     }

@@ -9,6 +9,11 @@
 #include <QAction>
 #include <QComboBox>
 #include <QDir>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRegularExpression>
+#include <QToolButton>
 #include <QPushButton>
 #include <QSlider>
 #include <QtTest>
@@ -53,6 +58,69 @@ private slots:
         QVERIFY(rig.panel.isNull());
         QVERIFY(!isOpen(Win::frmNoRx));
         QVERIFY(rig.welcome->isVisible());
+    }
+
+    // What assistive tools get: a control that shows text is known by that text, never by a
+    // name set over it; a picture or a glyph by a readable name and a tooltip; every named control
+    // by its name in its description. Each panel, with the windows it opens of its own.
+    void accessibleNames_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QStringList>("entries"); // opened from the menu first
+        QTest::newRow("No RX") << int(rxNone) << QStringList{"mnuAbout"};
+        QTest::newRow("AR7030") << int(rxAR7030) << QStringList{};
+        QTest::newRow("RX320") << int(rxRX320) << QStringList{};
+        QTest::newRow("NRD535") << int(rxNRD535) << QStringList{"mnuUserdefs"};
+        QTest::newRow("NRD545") << int(rxNRD545) << QStringList{"mnuUserdefs", "mnuAdvancedDSP"};
+    }
+    void accessibleNames()
+    {
+        QFETCH(int, type);
+        QFETCH(QStringList, entries);
+        PanelRig rig(type);
+        writeFile(rig.dir.filePath("rx320settings.ini"),
+                  textfile::joinLines({"7100.5", "10", "-150", "1", "400", "1", "40", "20"}));
+        frmPanelBase *p = rig.open<frmPanelBase>();
+        QVERIFY(p);
+        for (const QString &e : entries)
+            p->menuEntry(e)->trigger();
+        QList<QWidget *> widgets;
+        for (QWidget *top : QApplication::topLevelWidgets())
+            if (top->isVisible() || top == rig.welcome.get()) {
+                widgets << top;
+                widgets << top->findChildren<QWidget *>();
+            }
+        QVERIFY(widgets.size() > 30);
+        static const QRegularExpression readable(QStringLiteral("[\\p{L}\\p{N}]"));
+        QStringList faults;
+        for (QWidget *w : widgets) {
+            const QString id = w->objectName().isEmpty() ? QString(w->metaObject()->className()) : w->objectName();
+            if (id.startsWith("qt_"))
+                continue; // Qt's own parts
+            if (!w->objectName().isEmpty() && w->accessibleDescription() != w->objectName())
+                faults << id + ": description \"" + w->accessibleDescription() + "\"";
+            QString text;
+            bool showsText = true;
+            if (auto *l = qobject_cast<QLabel *>(w))
+                text = l->text();
+            else if (auto *e = qobject_cast<QLineEdit *>(w))
+                text = e->text();
+            else if (auto *c = qobject_cast<QComboBox *>(w))
+                text = c->currentText();
+            else if (auto *g = qobject_cast<QGroupBox *>(w))
+                text = g->title();
+            else if (auto *b = qobject_cast<QAbstractButton *>(w))
+                text = b->text(), showsText = text.contains(readable) || (text.isEmpty() && b->icon().isNull()
+                                                                         && !qobject_cast<QToolButton *>(b));
+            else
+                continue;
+            const QString name = w->accessibleName();
+            if (showsText && !name.isEmpty() && name != text)
+                faults << id + ": named \"" + name + "\" over \"" + text + "\"";
+            if (!showsText && (name.isEmpty() || w->toolTip().isEmpty()))
+                faults << id + ": a picture needs a name and a tooltip";
+        }
+        QVERIFY2(faults.isEmpty(), qPrintable(faults.join("\n")));
     }
 
     // Pictures of the three panels for a look by eye: only when BRELVOX_PANEL_SHOTS names a folder.

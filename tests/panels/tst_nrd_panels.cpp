@@ -609,6 +609,75 @@ private slots:
         QVERIFY(rig.welcome->isVisible());
     }
 
+    // A close that comes while a handler waits (a read from a set gone silent, a timed wait, the
+    // dial running, the user settings being reset) is held until that handler returns: the job
+    // stops at its next step, the waits on the line are cut, and then the panel goes as by any close.
+    void closeWhileAHandlerWaits_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QString>("job");     // what the listener started
+        QTest::addColumn<QByteArray>("cue");  // the close comes when the set is sent this
+        QTest::addColumn<bool>("silent");     // and the set goes silent there
+        QTest::newRow("535 update, set silent") << int(rxNRD535) << "mnuUpdate" << QByteArray("L") << true;
+        QTest::newRow("545 mode, timed wait") << int(rxNRD545) << "cmdMode_2" << QByteArray("D") << false;
+        QTest::newRow("535 dial running") << int(rxNRD535) << "cmdMovefreq" << QByteArray("F") << false;
+        QTest::newRow("545 user settings reset") << int(rxNRD545) << "cmdDefaults" << QByteArray("U") << false;
+    }
+    void closeWhileAHandlerWaits()
+    {
+        QFETCH(int, type);
+        QFETCH(QString, job);
+        QFETCH(QByteArray, cue);
+        QFETCH(bool, silent);
+        NrdRig rig(type);
+        frmPanelBase *p = rig.open();
+        const Win win = type == rxNRD535 ? Win::frmNRD535 : Win::frmNRD545;
+        const Win defs = type == rxNRD535 ? Win::frmUserdefs : Win::frmUserdefs545;
+        QWidget *root = p;
+        if (job == "cmdDefaults") {
+            p->menuEntry("mnuUserdefs")->trigger();
+            root = frmWelcome::openWindow(defs);
+            QVERIFY(root);
+        }
+        auto *loan = dynamic_cast<SimOnLoan *>(rig.line()->device());
+        QVERIFY(loan);
+        bool running = true, closed = false, heldOpen = false, cut = false;
+        // Only where a read does not end when its waits are cut: the set speaks again, so that
+        // the test cannot hang.
+        QTimer valve;
+        valve.setSingleShot(true);
+        connect(&valve, &QTimer::timeout, [&] { if (running) loan->wake(); });
+        loan->heard = [&](const QByteArray &b) {
+            if (closed || !b.startsWith(cue))
+                return;
+            closed = true;
+            loan->silent = silent;
+            QTimer::singleShot(0, p, [&] {
+                p->close();
+                heldOpen = isOpen(win) && !rig.panel.isNull();
+                cut = rig.welcome->Comm1.waitsCut();
+                valve.start(500);
+            });
+        };
+        if (job.startsWith("mnu"))
+            p->menuEntry(job)->trigger();
+        else
+            rig.click(root, job);
+        running = false;
+        if (SimBackend *line = rig.line()) // the line may have gone with the panel
+            if (auto *still = dynamic_cast<SimOnLoan *>(line->device()))
+                still->heard = nullptr;
+        QVERIFY(closed);
+        QVERIFY(heldOpen);
+        QVERIFY(cut);
+        QTRY_VERIFY(rig.panel.isNull());
+        QVERIFY(!isOpen(win) && !isOpen(defs));
+        QVERIFY(frmWelcome::openWindow(defs) == nullptr);
+        QVERIFY(!rig.welcome->Comm1.PortOpen());
+        QVERIFY(rig.welcome->isVisible());
+        QCOMPARE(remoteLock, int16_t(0));
+    }
+
     // Label forms: values outside what a label can show give "?".
     void labelForms_data()
     {
