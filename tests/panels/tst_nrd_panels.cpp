@@ -641,12 +641,17 @@ private slots:
         }
         auto *loan = dynamic_cast<SimOnLoan *>(rig.line()->device());
         QVERIFY(loan);
-        bool running = true, closed = false, heldOpen = false, cut = false;
-        // Only where a read does not end when its waits are cut: the set speaks again, so that
-        // the test cannot hang.
+        bool running = true, closed = false, heldOpen = false, cut = false, valveOpened = false;
+        // A read that did not end when its waits were cut would hang the test: the set speaks
+        // again after a while, and the test fails.
         QTimer valve;
         valve.setSingleShot(true);
-        connect(&valve, &QTimer::timeout, [&] { if (running) loan->wake(); });
+        connect(&valve, &QTimer::timeout, [&] {
+            if (running) {
+                valveOpened = true;
+                loan->wake();
+            }
+        });
         loan->heard = [&](const QByteArray &b) {
             if (closed || !b.startsWith(cue))
                 return;
@@ -670,6 +675,7 @@ private slots:
         QVERIFY(closed);
         QVERIFY(heldOpen);
         QVERIFY(cut);
+        QVERIFY(!valveOpened);
         QTRY_VERIFY(rig.panel.isNull());
         QVERIFY(!isOpen(win) && !isOpen(defs));
         QVERIFY(frmWelcome::openWindow(defs) == nullptr);
