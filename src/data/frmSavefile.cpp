@@ -39,7 +39,6 @@ frmSavefile::frmSavefile(QWidget *parent) : QDialog(parent)
     cmbSavefile->setInsertPolicy(QComboBox::NoInsert);
     cmbSavefile->setMaxVisibleItems(16);
     cmbSavefile->setMinimumWidth(300);
-    cmbSavefile->setAccessibleName(QStringLiteral("File name"));
     // Names are compared as typed: no completion that could change their case.
     cmbSavefile->setCompleter(nullptr);
 
