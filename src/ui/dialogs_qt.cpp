@@ -6,10 +6,16 @@
 
 namespace ui {
 namespace {
+const QString kReadableText = QStringLiteral("QLabel { color: palette(window-text); background: transparent; }"
+                                             "QLineEdit { color: palette(text); background: palette(base); }");
+
 struct ScreenDialogs : DialogBackend {
     int msgBox(const QString &prompt, int style, const QString &title) override
     {
         QMessageBox box(QApplication::activeWindow());
+        // A window's own style (the panels' light text for a dark face) must not reach the box's
+        // light face: its texts keep the colours of the box's own palette.
+        box.setStyleSheet(kReadableText);
         box.setText(prompt);
         box.setWindowTitle(title.isEmpty() ? QStringLiteral("Brelvox") : title);
         switch (style & 0x70) {
@@ -48,11 +54,12 @@ struct ScreenDialogs : DialogBackend {
 
     QString inputBox(const QString &prompt, const QString &title, const QString &def) override
     {
-        bool ok = false;
-        const QString t = QInputDialog::getText(QApplication::activeWindow(),
-                                                title.isEmpty() ? QStringLiteral("Brelvox") : title, prompt,
-                                                QLineEdit::Normal, def, &ok);
-        return ok ? t : QString();
+        QInputDialog box(QApplication::activeWindow());
+        box.setStyleSheet(kReadableText);
+        box.setWindowTitle(title.isEmpty() ? QStringLiteral("Brelvox") : title);
+        box.setLabelText(prompt);
+        box.setTextValue(def);
+        return box.exec() == QDialog::Accepted ? box.textValue() : QString();
     }
 };
 } // namespace
