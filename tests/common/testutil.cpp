@@ -3,6 +3,8 @@
 #include "core/shared_state.h"
 #include "data/file_store.h"
 #include "memory/mem_file.h"
+#include "serial/comm_line.h"
+#include "serial/sim_backend.h"
 
 #include <QDir>
 #include <QTest>
@@ -69,4 +71,13 @@ int errorOf(const std::function<void()> &f)
         return e.number();
     }
     return 0;
+}
+
+SimBackend *openOnSim(CommLine &comm, std::unique_ptr<SimDevice> device, const QString &settings)
+{
+    auto b = std::make_unique<SimBackend>(std::move(device));
+    b->open(parseSettings(settings), nullptr);
+    SimBackend *line = b.get();
+    comm.openWith(std::move(b));
+    return line;
 }

@@ -1,5 +1,6 @@
 #pragma once
 // Shared helpers for tests: scripted dialogs, a fixed clock, a temporary data directory.
+#include "sim/sim_device.h"
 #include "ui/facades.h"
 
 #include <QTemporaryDir>
@@ -35,3 +36,28 @@ QByteArray readFile(const QString &path);
 
 // The run-time error number that f raises, 0 when it raises none.
 int errorOf(const std::function<void()> &f);
+
+class CommLine;
+class SimBackend;
+// Opens comm on the simulated device with the line settings ("1200,N,8,1"); the backend it
+// opened, for the bytes written and the device.
+SimBackend *openOnSim(CommLine &comm, std::unique_ptr<SimDevice> device, const QString &settings);
+
+// A receiver that answers every command beginning with trigger with the same bytes (for
+// replies a real set never gives).
+class FixedReplyDevice : public SimDevice {
+public:
+    FixedReplyDevice(QByteArray trigger, QByteArray reply, int baud)
+        : trigger_(std::move(trigger)), reply_(std::move(reply)), baud_(baud) {}
+    void receive(const QByteArray &b) override
+    {
+        if (b.startsWith(trigger_))
+            send(reply_);
+    }
+    int baudRate() const override { return baud_; }
+    QString model() const override { return QStringLiteral("fixed"); }
+
+private:
+    QByteArray trigger_, reply_;
+    int baud_;
+};

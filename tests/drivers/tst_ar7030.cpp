@@ -47,10 +47,7 @@ struct Rig {
 private:
     explicit Rig(std::unique_ptr<SimDevice> device)
     {
-        auto b = std::make_unique<SimBackend>(std::move(device));
-        b->open(parseSettings(QStringLiteral("1200,N,8,1")), nullptr);
-        line = b.get();
-        comm.openWith(std::move(b));
+        line = openOnSim(comm, std::move(device), QStringLiteral("1200,N,8,1"));
     }
 };
 

@@ -8,7 +8,6 @@
 #include "drivers/clsRX320.h"
 #include "panels/rx320_panel_logic.h"
 #include "serial/comm_line.h"
-#include "serial/sim_backend.h"
 #include "sim/ar7030_sim.h"
 #include "sim/nrd_sim.h"
 #include "testmain.h"
@@ -18,31 +17,13 @@
 #include <functional>
 
 namespace {
-// A JRC set that answers every CR-ended command with one fixed reply.
-class FixedJrc : public SimDevice {
-public:
-    explicit FixedJrc(QByteArray reply) : reply_(std::move(reply)) {}
-    void receive(const QByteArray &b) override
-    {
-        if (b.endsWith('\r'))
-            send(reply_);
-    }
-    int baudRate() const override { return 4800; }
-    QString model() const override { return QStringLiteral("fixed-jrc"); }
-
-private:
-    QByteArray reply_;
-};
-
 struct Line {
     CommLine comm;
-    Line(std::unique_ptr<SimDevice> device, const char *settings)
-    {
-        auto b = std::make_unique<SimBackend>(std::move(device));
-        b->open(parseSettings(QLatin1String(settings)), nullptr);
-        comm.openWith(std::move(b));
-    }
+    Line(std::unique_ptr<SimDevice> device, const char *settings) { openOnSim(comm, std::move(device), settings); }
 };
+
+// An NRD-545 that answers its AGC query with the given bytes.
+std::unique_ptr<SimDevice> agcReply(const QByteArray &reply) { return std::make_unique<FixedReplyDevice>("NN", reply, 4800); }
 
 // brelvox2.ini with every slot 0 but the one given.
 void loadSettingsWith(int slot, const QString &value)
@@ -117,7 +98,7 @@ private slots:
              }},
             {"NRD-545 AGC reply",
              [&] {
-                 Line line(std::make_unique<FixedJrc>(text.toLatin1()), "4800,N,8,1");
+                 Line line(agcReply(text.toLatin1()), "4800,N,8,1");
                  clsNRD545(line.comm).Agcspeed();
              }},
         };
@@ -142,7 +123,7 @@ private slots:
     {
         QFETCH(QByteArray, reply);
         QFETCH(int, code);
-        Line line(std::make_unique<FixedJrc>(reply), "4800,N,8,1");
+        Line line(agcReply(reply), "4800,N,8,1");
         QCOMPARE(int(clsNRD545(line.comm).Agcspeed()), code);
     }
 

@@ -59,11 +59,8 @@ struct Rig {
     std::unique_ptr<JrcDriver> drv;
     explicit Rig(int model, std::unique_ptr<SimDevice> device = std::make_unique<ScriptedJrc>())
     {
-        auto b = std::make_unique<SimBackend>(std::move(device));
-        b->open(parseSettings(QStringLiteral("4800,N,8,1")), nullptr);
-        line = b.get();
-        dev = dynamic_cast<ScriptedJrc *>(b->device());
-        comm.openWith(std::move(b));
+        line = openOnSim(comm, std::move(device), QStringLiteral("4800,N,8,1"));
+        dev = dynamic_cast<ScriptedJrc *>(line->device());
         drv = model == 535 ? std::unique_ptr<JrcDriver>(new clsNRD535(comm)) : std::make_unique<clsNRD545>(comm);
     }
     clsNRD535 &d535() { return static_cast<clsNRD535 &>(*drv); }

@@ -16,22 +16,6 @@
 #include <functional>
 
 namespace {
-// A receiver that answers every "X" with fixed bytes (for replies the real set never gives).
-class FixedReplyDevice : public SimDevice {
-public:
-    explicit FixedReplyDevice(QByteArray reply) : reply_(std::move(reply)) {}
-    void receive(const QByteArray &b) override
-    {
-        if (b.startsWith('X'))
-            send(reply_);
-    }
-    int baudRate() const override { return 1200; }
-    QString model() const override { return "fixed"; }
-
-private:
-    QByteArray reply_;
-};
-
 // Notes when each piece of the computer's bytes reaches the receiver, and passes it on.
 class ArrivalClock : public SimDevice {
 public:
@@ -68,10 +52,7 @@ struct Bench {
         sim = dynamic_cast<Rx320Sim *>(device.get());
         auto timed = std::make_unique<ArrivalClock>(std::move(device));
         arrivals = timed.get();
-        auto b = std::make_unique<SimBackend>(std::move(timed));
-        line = b.get();
-        b->open(parseSettings("1200,N,8,1"), nullptr);
-        comm.openWith(std::move(b));
+        line = openOnSim(comm, std::move(timed), "1200,N,8,1");
     }
     QByteArray takeWritten()
     {
@@ -272,7 +253,7 @@ private slots:
         QFETCH(bool, firmware);
         QFETCH(int, error);
         TestEnv env;
-        Bench b(std::make_unique<FixedReplyDevice>(reply));
+        Bench b(std::make_unique<FixedReplyDevice>("X", reply, 1200));
         QString text = "-";
         QCOMPARE(errorOf([&] { text = firmware ? b.rx.Firmware() : QString::number(b.rx.Smeter()); }), error);
         QCOMPARE(text, error ? QString("-") : QString());
