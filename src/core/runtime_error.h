@@ -17,6 +17,9 @@ public:
     static RuntimeError divisionByZero() { return {11, QStringLiteral("Division by zero")}; }
     static RuntimeError inputPastEnd() { return {62, QStringLiteral("Input past end of file")}; }
     static RuntimeError overflow() { return {6, QStringLiteral("Overflow")}; }
+    static RuntimeError pathFileAccess() { return {75, QStringLiteral("Path/File access error")}; }
+    static RuntimeError deviceIO() { return {57, QStringLiteral("Device I/O error")}; }
+    static RuntimeError diskFull() { return {61, QStringLiteral("Disk full")}; }
     static RuntimeError invalidCall() { return {5, QStringLiteral("Invalid procedure call or argument")}; }
 
 private:

@@ -14,10 +14,6 @@
 
 namespace textfile {
 
-namespace {
-RuntimeError accessError() { return {75, QStringLiteral("Path/File access error")}; }
-} // namespace
-
 QStringList splitLines(const QByteArray &bytes)
 {
     QStringList lines;
@@ -56,13 +52,13 @@ RuntimeError writeFailure(int systemError, bool opening)
 #ifdef EDQUOT
     case EDQUOT:
 #endif
-        return {61, QStringLiteral("Disk full")};
+        return RuntimeError::diskFull();
     case EACCES:
     case EPERM:
     case EROFS:
-        return accessError();
+        return RuntimeError::pathFileAccess();
     default:
-        return opening ? accessError() : RuntimeError(57, QStringLiteral("Device I/O error"));
+        return opening ? RuntimeError::pathFileAccess() : RuntimeError::deviceIO();
     }
 }
 
@@ -136,7 +132,7 @@ void writeAtomically(const QString &path, const QByteArray &bytes)
         throw RuntimeError::pathNotFound();
     const bool exists = fi.exists();
     if (exists && (!fi.isFile() || !fi.isWritable()))
-        throw accessError(); // a file the listener made read-only stays as it is
+        throw RuntimeError::pathFileAccess(); // a file the listener made read-only stays as it is
     if (exists && !dirInfo.isWritable()) {
         // A folder that takes no new file: the file is written in place, as it always was there.
         // The old content is then not kept, which is why it is never the way where there is a choice.

@@ -147,7 +147,7 @@ void killFile(const QString &path)
     if (!fi.isFile())
         throw RuntimeError::fileNotFound();
     if (!QFile::remove(p))
-        throw RuntimeError(75, QStringLiteral("Path/File access error"));
+        throw RuntimeError::pathFileAccess();
 }
 
 // --- saving ---
