@@ -98,9 +98,7 @@ bool WindowGuard::stopRequested() const
     forEachState([&](State &s) { stop = stop || (s.held && s.reach == Reach::All); });
     return stop;
 }
-bool WindowGuard::busy() const { return waits(*state_); }
 void WindowGuard::setOnHold(std::function<void()> f) { state_->onHold = std::move(f); }
-bool WindowGuard::anyBusy() { return anyDepth(); }
 
 HandlerScope::HandlerScope(WindowGuard &guard) : state_(guard.state_) { ++state_->depth; }
 

@@ -28,13 +28,8 @@ public:
     bool holdClose(QCloseEvent *e);
     // A close is held back: a job ends at its next step.
     bool stopRequested() const;
-    // One of the handlers this window's close waits for is on the stack.
-    bool busy() const;
     // Runs once each time a close is held back (the panel cuts the line's waits there).
     void setOnHold(std::function<void()> f);
-
-    // Some guarded window has a handler on the stack.
-    static bool anyBusy();
 
     struct State;
 
