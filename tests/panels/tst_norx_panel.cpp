@@ -1,5 +1,5 @@
 // The panel without a receiver: it opens no port, shows its decoration, and only closing, the
-// menu and emptying the frequency box act. Also the pictures of all three panels, on request.
+// menu and emptying the frequency box act. Also the pictures of all five panels, on request.
 #include "core/frmWelcome.h"
 #include "core/textfile.h"
 #include "panels/frmNoRx.h"
@@ -123,14 +123,14 @@ private slots:
         QVERIFY2(faults.isEmpty(), qPrintable(faults.join("\n")));
     }
 
-    // Pictures of the three panels for a look by eye: only when BRELVOX_PANEL_SHOTS names a folder.
+    // Pictures of the five panels for a look by eye: only when BRELVOX_PANEL_SHOTS names a folder.
     void pictures()
     {
         const QString out = qEnvironmentVariable("BRELVOX_PANEL_SHOTS");
         if (out.isEmpty())
             QSKIP("set BRELVOX_PANEL_SHOTS to a folder to get the pictures");
         QDir().mkpath(out);
-        for (int type : {int(rxAR7030), int(rxRX320), int(rxNone)}) {
+        for (int type : {int(rxAR7030), int(rxRX320), int(rxNRD535), int(rxNRD545), int(rxNone)}) {
             PanelRig rig(type);
             slotLevelL() = slotLevelR() = 30;
             writeFile(rig.dir.filePath("rx320settings.ini"),
