@@ -1,10 +1,8 @@
 #include "frmPanelBase.h"
-#include "core/frmAbout.h"
-#include "core/frmSetUp.h"
 #include "core/frmWelcome.h"
-#include "core/paths.h"
 #include "core/runtime_error.h"
 #include "core/session_clock.h"
+#include "panels/menu_windows_qt.h"
 #include "ui/facades.h"
 #include "ui/widgets/form_position.h"
 #include "ui/widgets/spin_button.h"
@@ -19,22 +17,8 @@
 #include <QMenuBar>
 #include <QPushButton>
 #include <QSlider>
-#include <QStandardPaths>
 #include <QStyle>
 #include <QWheelEvent>
-
-namespace {
-
-bool isWindowsHost()
-{
-#ifdef Q_OS_WIN
-    return true;
-#else
-    return false;
-#endif
-}
-
-} // namespace
 
 // --- construction ---
 
@@ -150,13 +134,9 @@ void frmPanelBase::finishMenu()
 {
     wireMenu(QStringLiteral("mnuClose"), [this] { mnuClose_Click(); });
     wireMenu(QStringLiteral("mnuExit"), [this] { mnuExit_Click(); });
-    wireMenu(QStringLiteral("mnuSetup"), [this] { mnuSetup_Click(); });
-    wireMenu(QStringLiteral("mnuAbout"), [this] { mnuAbout_Click(); });
-    wireMenu(QStringLiteral("mnuHtmlhelp"), [this] { mnuHtmlhelp_Click(); });
-    const panel::ExternalCommand clock = panel::clockSettingsCommand(
-        isWindowsHost(), [](const QString &p) { return !QStandardPaths::findExecutable(p).isEmpty(); });
-    if (!clock.program.isEmpty())
-        wireMenu(QStringLiteral("mnuPCclock"), [this] { mnuPCclock_Click(); });
+    for (const MenuWindow &row : menuWindows())
+        if (row.serves(type_) && (!row.offered || row.offered()))
+            wireMenu(QLatin1String(row.entry), [this, open = row.open] { open(*this); });
     for (auto &[name, a] : entries_) {
         if (wired_.count(name))
             continue;
@@ -455,30 +435,6 @@ void frmPanelBase::mnuExit_Click()
 {
     if (frmWelcome *w = frmWelcome::instance())
         w->imgExit_Click();
-}
-
-void frmPanelBase::mnuSetup_Click() { frmSetUp::open(); }
-
-void frmPanelBase::mnuAbout_Click()
-{
-    auto *about = new frmAbout;
-    about->Form_Load();
-}
-
-void frmPanelBase::mnuHtmlhelp_Click()
-{
-    const QString file = isWindowsHost() ? dirPath + QStringLiteral("brelvox2.chm")
-                                         : paths::native(dirPath + QStringLiteral("brelvox2.chm"));
-    const panel::ExternalCommand c = panel::helpCommand(file, isWindowsHost());
-    ui::startProgram(c.program, c.args);
-}
-
-void frmPanelBase::mnuPCclock_Click()
-{
-    const panel::ExternalCommand c = panel::clockSettingsCommand(
-        isWindowsHost(), [](const QString &p) { return !QStandardPaths::findExecutable(p).isEmpty(); });
-    if (!c.program.isEmpty())
-        ui::startProgram(c.program, c.args);
 }
 
 // --- keyboard and wheel ---

@@ -81,10 +81,6 @@ public:
     void cmdClose_Click();
     void mnuClose_Click();
     void mnuExit_Click();
-    void mnuSetup_Click();
-    void mnuAbout_Click();
-    void mnuHtmlhelp_Click();
-    void mnuPCclock_Click();
 
     // The window's key handler: true when the key was the panel's.
     bool Form_KeyDown(int key, Qt::KeyboardModifiers mods);
@@ -147,13 +143,14 @@ protected:
     QHBoxLayout *displayStatus = nullptr;
     QLabel *addStatus(const char *name, const QString &caption);
 
-    // The menu of the panel (panel_menu_qt.h).
+    // The menu of the panel (panel_menu_qt.h); which window an entry opens is menu_windows_qt.h's.
     using MenuRename = panelmenu::Rename;
     using MenuExtra = panelmenu::Extra;
     void buildMenu(const QStringList &omit, const std::map<QString, MenuRename> &renames = {},
                    const QList<MenuExtra> &extras = {});
     // Connects a menu entry; entries never wired are shown disabled.
     void wireMenu(const QString &name, std::function<void()> handler);
+    // Wires Close, Exit and the windows of the menu's table, and disables what is left.
     void finishMenu();
 
     // Connects the shared controls to their handlers (panels with a receiver).

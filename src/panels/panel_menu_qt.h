@@ -1,6 +1,6 @@
 #pragma once
 // The menu bar of the panels: the program's menu as every panel has it, with each panel's own
-// differences. The panel wires the entries.
+// differences. Which window an entry opens is told in menu_windows_qt.h.
 #include <QList>
 #include <QString>
 #include <QStringList>

@@ -3,6 +3,7 @@
 #include "core/frmWelcome.h"
 #include "core/textfile.h"
 #include "panels/frmNoRx.h"
+#include "panels/menu_windows_qt.h"
 #include "panel_rig.h"
 #include "testmain.h"
 
@@ -58,6 +59,38 @@ private slots:
         QVERIFY(rig.panel.isNull());
         QVERIFY(!isOpen(Win::frmNoRx));
         QVERIFY(rig.welcome->isVisible());
+    }
+
+    // Each row of the menu's window table finds its entry on every panel it serves, once, and
+    // enabled as far as it is offered: a name misspelt or a model wrong leaves a window unreachable.
+    void menuWindowRows_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::newRow("No RX") << int(rxNone);
+        QTest::newRow("AR7030") << int(rxAR7030);
+        QTest::newRow("RX320") << int(rxRX320);
+        QTest::newRow("NRD535") << int(rxNRD535);
+        QTest::newRow("NRD545") << int(rxNRD545);
+    }
+    void menuWindowRows()
+    {
+        QFETCH(int, type);
+        PanelRig rig(type);
+        writeFile(rig.dir.filePath("rx320settings.ini"),
+                  textfile::joinLines({"7100.5", "10", "-150", "1", "400", "1", "40", "20"}));
+        frmPanelBase *p = rig.open<frmPanelBase>();
+        QVERIFY(p);
+        QStringList seen;
+        for (const MenuWindow &row : menuWindows()) {
+            if (!row.serves(type))
+                continue;
+            QVERIFY2(!seen.contains(row.entry), row.entry);
+            seen << row.entry;
+            QAction *a = p->menuEntry(row.entry);
+            QVERIFY2(a, row.entry);
+            QVERIFY2(a->isEnabled() == (!row.offered || row.offered()), row.entry);
+        }
+        QVERIFY(seen.contains("mnuAbout"));
     }
 
     // What assistive tools get: a control that shows text is known by that text, never by a
