@@ -1,0 +1,125 @@
+#include "testmain.h"
+#include "testutil.h"
+#include "ui/printing_qt.h"
+
+#include <QFileInfo>
+#include <QFontMetrics>
+#include <QPrinter>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace {
+int pdfPages(const QByteArray &pdf)
+{
+    static const QRegularExpression page(QStringLiteral("/Type\\s*/Page(?!s)"));
+    return int(QString::fromLatin1(pdf).count(page));
+}
+
+// Lines of 10 pt that fit one page of an A4 print-out, worked out from the printer's own metrics.
+int linesPerPage(const ui::PrintJob &job)
+{
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setOutputFormat(QPrinter::PdfFormat);
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    printer.setPageMargins(QMarginsF(15, 15, 15, 15), QPageLayout::Millimeter);
+    return printer.height() / QFontMetrics(ui::printFont(job), &printer).lineSpacing();
+}
+
+QStringList numberedLines(int n)
+{
+    QStringList l;
+    for (int i = 0; i < n; ++i)
+        l << QStringLiteral("     %1 %2 Station Ünterwald").arg(i, 3, 10, QChar(u'0')).arg(5950 + i * 5);
+    return l;
+}
+} // namespace
+
+class TestPrinting : public QObject {
+    Q_OBJECT
+private slots:
+    // Columns stay columns: every face asked for prints at fixed pitch.
+    void fixedPitch_data()
+    {
+        QTest::addColumn<QString>("family");
+        QTest::newRow("asked for") << "Courier New";
+        QTest::newRow("not installed") << "Nowhere Face Qx";
+        QTest::newRow("proportional") << "DejaVu Sans";
+    }
+    void fixedPitch()
+    {
+        QFETCH(QString, family);
+        ui::PrintJob job;
+        job.fontFamily = family;
+        const QFont f = ui::printFont(job);
+        QCOMPARE(f.pointSize(), 10);
+        const QFontMetrics fm(f);
+        QCOMPARE(fm.horizontalAdvance(QStringLiteral("iiiiiiii")), fm.horizontalAdvance(QStringLiteral("MMMMMMMM")));
+    }
+
+    // A new page begins exactly when the next line would not fit.
+    void pages_data()
+    {
+        QTest::addColumn<int>("fullPages");
+        QTest::addColumn<int>("extraLines");
+        QTest::addColumn<int>("pages");
+        QTest::newRow("empty job") << 0 << 0 << 1;
+        QTest::newRow("one line") << 0 << 1 << 1;
+        QTest::newRow("page full") << 1 << 0 << 1;
+        QTest::newRow("one line over") << 1 << 1 << 2;
+        QTest::newRow("three pages full") << 3 << 0 << 3;
+    }
+    void pages()
+    {
+        QFETCH(int, fullPages);
+        QFETCH(int, extraLines);
+        QFETCH(int, pages);
+        QTemporaryDir dir;
+        ui::PrintJob job;
+        job.lines = numberedLines(fullPages * linesPerPage(job) + extraLines);
+        ui::PdfPrinter pdf(dir.filePath(QStringLiteral("p.pdf")));
+        QVERIFY(pdf.print(job));
+        QCOMPARE(pdfPages(readFile(pdf.path)), pages);
+    }
+
+    // A long list through the facade: pages as the font allows, the lines recorded as given.
+    void longJob()
+    {
+        QTemporaryDir dir;
+        ui::PrintJob job;
+        job.title = QStringLiteral("Memories");
+        job.lines = numberedLines(1000);
+        const int perPage = linesPerPage(job);
+        QVERIFY2(perPage > 50 && perPage < 80, qPrintable(QString::number(perPage))); // 10 pt on A4
+        auto pdf = std::make_shared<ui::PdfPrinter>(dir.filePath(QStringLiteral("long.pdf")));
+        const auto old = ui::installPrinter(pdf);
+        const bool ok = ui::print(job);
+        ui::installPrinter(old);
+        QVERIFY(ok);
+        QCOMPARE(pdfPages(readFile(pdf->path)), (1000 + perPage - 1) / perPage);
+        QCOMPARE(pdf->printed.size(), 1);
+        QCOMPARE(pdf->printed[0].lines, job.lines);
+        QCOMPARE(pdf->printed[0].title, job.title);
+    }
+
+    void cancelPrintsNothing()
+    {
+        QTemporaryDir dir;
+        ui::PrintJob job;
+        job.lines = numberedLines(3);
+        auto pdf = std::make_shared<ui::PdfPrinter>(dir.filePath(QStringLiteral("c.pdf")));
+        pdf->cancel = true;
+        const auto old = ui::installPrinter(pdf);
+        const bool ok = ui::print(job);
+        ui::installPrinter(nullptr);
+        const bool okWithout = ui::print(job);
+        ui::installPrinter(old);
+        QVERIFY(!ok);
+        QVERIFY(!okWithout);
+        QVERIFY(!QFileInfo::exists(pdf->path));
+        QVERIFY(pdf->printed.isEmpty());
+    }
+};
+
+BRELVOX_TEST(TestPrinting)
+#include "tst_printing.moc"
