@@ -8,13 +8,21 @@
 #include <QPrintDialog>
 #include <QPrinter>
 
+#include <algorithm>
+
 namespace ui {
 
 namespace {
 void preparePrinter(QPrinter &printer, const PrintJob &job)
 {
     printer.setDocName(job.title);
-    printer.setPageMargins(QMarginsF(kPrintMarginMm, kPrintMarginMm, kPrintMarginMm, kPrintMarginMm),
+    QPageLayout layout = printer.pageLayout();
+    layout.setUnits(QPageLayout::Millimeter);
+    const QMarginsF least = layout.minimumMargins();
+    printer.setPageMargins(QMarginsF(std::max(kPrintSideMarginMm, least.left()),
+                                     std::max(kPrintTopBottomMarginMm, least.top()),
+                                     std::max(kPrintSideMarginMm, least.right()),
+                                     std::max(kPrintTopBottomMarginMm, least.bottom())),
                            QPageLayout::Millimeter);
 }
 } // namespace
