@@ -2,12 +2,15 @@
 #include "testutil.h"
 #include "ui/printing_qt.h"
 
+#include <QApplication>
+#include <QDialog>
 #include <QFileInfo>
 #include <QFontMetrics>
 #include <QPrinter>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 namespace {
 int pdfPages(const QByteArray &pdf)
@@ -138,6 +141,23 @@ private slots:
         QVERIFY(!okWithout);
         QVERIFY(!QFileInfo::exists(pdf->path));
         QVERIFY(pdf->printed.isEmpty());
+    }
+
+    // Cancel in the print dialog.
+    void systemPrinterCancelled()
+    {
+        bool asked = false;
+        QObject scope; // the answer goes with the test
+        QTimer::singleShot(0, &scope, [&] {
+            if (auto *d = qobject_cast<QDialog *>(QApplication::activeModalWidget())) {
+                asked = true;
+                d->reject();
+            }
+        });
+        ui::PrintJob job;
+        job.lines = numberedLines(3);
+        QVERIFY(!ui::SystemPrinter().print(job));
+        QVERIFY(asked);
     }
 };
 
