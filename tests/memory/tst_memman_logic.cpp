@@ -245,6 +245,8 @@ private slots:
         QTest::newRow("AR7030 squelch") << int(rxAR7030) << "6070|AM|1.4k|||+0.1k|26.4|Y" << "MEM012 06070000 1 02 @ @ 003 040 0 ";
         QTest::newRow("AR7030 BFO") << int(rxAR7030) << "7000|CW|2.3k|||-0.2k|+0.4k|N" << "MEM012 07000000 5 03 @ @ 250 012 1 ";
         QTest::newRow("AR7030 shift ends") << int(rxAR7030) << "7000|Data|2.3k|||+4.2k|-4.2k|N" << "MEM012 07000000 4 03 @ @ 127 129 1 ";
+        QTest::newRow("AR7030 typed past the ends") << int(rxAR7030) << "7000|AM|2.3k|||+1E300k|-9|N" << "MEM012 07000000 1 03 @ @ 127 000 1 ";
+        QTest::newRow("AR7030 BFO typed past") << int(rxAR7030) << "7000|CW|2.3k|||-9.9k|+99k|N" << "MEM012 07000000 5 03 @ @ 129 127 1 ";
     }
     void recordFromFields()
     {
