@@ -217,6 +217,30 @@ QString format(double x, const QString &pattern)
     return prefix + out + suffix;
 }
 
+QString formatText(const QString &s, const QString &pattern)
+{
+    const int places = int(pattern.count(u'@'));
+    if (places == 0)
+        return pattern;
+    const QString text = s.rightJustified(places, u' ');
+    const int extra = int(text.size()) - places;
+    QString out;
+    out.reserve(pattern.size() + extra);
+    int next = 0; // the next character of text to place
+    for (QChar c : pattern) {
+        if (c != u'@') {
+            out += c;
+            continue;
+        }
+        if (next == 0) {
+            out += text.left(extra);
+            next = extra;
+        }
+        out += text[next++];
+    }
+    return out;
+}
+
 QString str(float x)
 {
     QString s = QString::number(double(x), 'g', 7);

@@ -34,6 +34,11 @@ int16_t toInt16(double x);
 // "####0.00", "0.0k", "00". The decimal sign is always ".".
 QString format(double x, const QString &pattern);
 
+// Format text by a pattern of "@" placeholders and literal characters, e.g. "@@@@ ": the text
+// stands right-aligned in the placeholders; a text longer than they are is shown whole, its
+// extra characters where the first "@" stands. A pattern without "@" is returned as it is.
+QString formatText(const QString &s, const QString &pattern);
+
 // The plain text of a number as the program writes it to its files: shortest form,
 // at most 7 significant digits for singles and 15 for doubles, "." as decimal sign.
 QString str(float x);

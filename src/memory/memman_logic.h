@@ -15,8 +15,8 @@ namespace memman {
 // --- rows and labels ---
 
 // The five cells of a grid row: number, frequency, mode, bandwidth, tag. A field at its "@"
-// filler gives a blank label, a code outside its table "?". A cell never assigned gives five
-// empty texts.
+// filler gives a blank label, a code outside its table "?". A cell never assigned (or holding
+// only blanks, as such a cell reads back from its empty file line) gives five empty texts.
 struct GridRow {
     QString number, frequency, mode, bandwidth, tag;
 };
@@ -24,7 +24,9 @@ GridRow gridRow(const QString &rec, const QString &tag);
 
 // The detail labels of a selected cell. A field at its filler shows "---", the scan flag "-".
 // Mode 4 or 5 puts the shift text under BFO and "---" under squelch, other modes the squelch
-// text under squelch and "---" under BFO. A cell never assigned gives empty texts.
+// text under squelch and "---" under BFO. A cell never assigned gives empty texts. A byte
+// outside 0..255 shows "?". With rxType an RX-320 the AGC field is its wire value 1..3, shown as
+// agcTable(v - 1).
 struct Details {
     QString att, agc, pbs, bfo, sql, scan;
 };
@@ -37,7 +39,8 @@ QString tableLabel(const QStringList &table, int v);
 
 // From and to as typed, checked as fill, print and scan check them: 0 <= from < last and
 // 0 <= to <= last, exchanged when from > to. Text that is no number counts as 0; a number is
-// checked before it is made a 16-bit integer, so no typed text can overflow.
+// checked before it is made a 16-bit integer, so no typed text can overflow. Decimals go to the
+// nearest whole number, halves to even, as that assignment makes them.
 struct Range {
     bool ok = false;
     int from = 0;
@@ -61,7 +64,8 @@ int scanIntervalMs(double delaySeconds, int rxType);
 // Sorts cells 0..last of the image by frequency: frequencies below 5 Hz (vacant cells too)
 // take "32016666" and go last; a shell sort with gaps halved, halves to even, exchanging record
 // and tag together on strictly greater; then every record gets its new cell number and vacant
-// records are written anew. Cells never assigned take part as "32016666" and stay empty.
+// records are written anew. Cells never assigned (or of blanks) take part as "32016666" and
+// stay as they are: no number is written into them.
 void sortImage(FixedTextArray<kMemRecordWidth> &records, FixedTextArray<kMemTagWidth> &tags, int last);
 
 // --- printing ---
@@ -94,7 +98,9 @@ struct CellFields {
 
 // The fields shown for a record and its tag (actions other than "store the receiver's
 // setting"): the frequency as positions 8..12 + "." + 13..15, labels from the tables, the tag
-// without its trailing blanks. Fields the model has not got are left empty.
+// without its trailing blanks. Fields the model has not got, and fields at their "@" filler,
+// are left empty; No RX gets the frequency and the tag only. cell is the record's own number
+// (the window shows memRow).
 CellFields fieldsFromRecord(const QString &rec, const QString &tag, int rxType);
 
 // The fields of a JRC status text ("X" att bw mode freq[8] agc).

@@ -70,6 +70,29 @@ private slots:
         QCOMPARE(numtext::format(value, pattern), text);
     }
 
+    // "@" places take the text right-aligned; what does not fit is shown whole.
+    void formatText_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<QString>("pattern");
+        QTest::addColumn<QString>("text");
+        QTest::newRow("label") << "AM" << "@@@@ " << "  AM ";
+        QTest::newRow("exactly full") << "0 dB" << "@@@@ " << "0 dB ";
+        QTest::newRow("longer shown whole") << "-20 dB" << "@@@@ " << "-20 dB ";
+        QTest::newRow("empty, two blanks after") << "" << "@@@@  " << "      ";
+        QTest::newRow("six places") << "+0.1k" << "@@@@@@ " << " +0.1k ";
+        QTest::newRow("literal inside") << "ab" << "@-@@" << " -ab";
+        QTest::newRow("overflow at the first place") << "abcde" << "@-@@" << "abc-de";
+        QTest::newRow("no places") << "x" << "abc" << "abc";
+    }
+    void formatText()
+    {
+        QFETCH(QString, value);
+        QFETCH(QString, pattern);
+        QFETCH(QString, text);
+        QCOMPARE(numtext::formatText(value, pattern), text);
+    }
+
     void rounding_data()
     {
         QTest::addColumn<double>("x");
