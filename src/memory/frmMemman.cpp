@@ -504,7 +504,10 @@ void frmMemman::giveLock(bool took)
 
 bool frmMemman::lineGone() const
 {
-    const CommLine &line = frmWelcome::instance()->Comm1;
+    // Without a receiver there is no line to lose.
+    if (!driver_)
+        return false;
+    const CommLine &line = driver_->comm();
     return !line.PortOpen() || line.waitsCut();
 }
 

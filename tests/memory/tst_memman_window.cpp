@@ -322,6 +322,11 @@ private slots:
         QCOMPARE(m->cmdFill->isEnabled(), fillLoaded);
         QCOMPARE(m->cmdFetch->isEnabled(), fillLoaded);
         QVERIFY(m->cmdSort->isEnabled() && m->cmdDump->isEnabled() && m->cmdScanrun->isEnabled());
+        // A scan runs on every model, with or without a receiver.
+        QTest::mouseClick(m->cmdScanrun, Qt::LeftButton);
+        m->tmrScan_Timer();
+        QVERIFY(memRow == 0 && m->scanning());
+        QTest::mouseClick(m->cmdScanstop, Qt::LeftButton);
         // Cls without saving: back to the state of the load, the name gone.
         rig.env.dialogs->expectMsgBox("before clearing the Window", ui::vbNo);
         QTest::mouseClick(m->cmdCls, Qt::LeftButton);
