@@ -3,6 +3,7 @@
 #include "core/frmWelcome.h"
 #include "ui/dialogs_qt.h"
 #include "ui/facades.h"
+#include "ui/printing_qt.h"
 
 #include <QApplication>
 
@@ -28,6 +29,7 @@ int main(int argc, char **argv)
     BrelvoxApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Brelvox"));
     ui::installDialogs(ui::screenDialogs());
+    ui::installPrinter(std::make_shared<ui::SystemPrinter>());
     frmWelcome welcome;
     try {
         welcome.Form_Load();

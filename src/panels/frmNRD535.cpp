@@ -5,7 +5,6 @@
 #include "drivers/clsNRD535.h"
 #include "drivers/model_tables.h"
 #include "drivers/nrd_tables.h"
-#include "panels/frmUserdefs.h"
 #include "panels/nrd_panel_logic.h"
 #include "serial/comm_line.h"
 #include "ui/facades.h"
@@ -42,10 +41,6 @@ frmNRD535::frmNRD535(QWidget *parent) : frmPanelBase(Win::frmNRD535, rxNRD535, t
     wireMenu(QStringLiteral("mnuUpdate"), [this] { mnuUpdate_Click(); });
     wireMenu(QStringLiteral("mnuPowerOn"), [this] { mnuPowerOn_Click(); });
     wireMenu(QStringLiteral("mnuPowerOff"), [this] { mnuPowerOff_Click(); });
-    wireMenu(QStringLiteral("mnuUserdefs"), [this] { mnuUserdefs_Click(); });
-    // With the demodulator fitted the entry belongs to the RTTY window, which this build lacks.
-    if (slotNrdOption(3) != 1)
-        wireMenu(QStringLiteral("mnuRtty"), [this] { mnuRtty_Click(); });
     finishMenu();
     connectCommon();
     // The keypad's "M" recalls through the receiver here.
@@ -570,15 +565,6 @@ void frmNRD535::mnuPowerOff_Click()
 {
     if (NRD535A)
         NRD535A->setPowerOnOff(0);
-}
-
-void frmNRD535::mnuUserdefs_Click() { frmUserdefs::open(); }
-
-void frmNRD535::mnuRtty_Click()
-{
-    if (slotNrdOption(3) != 1)
-        ui::MsgBox(QStringLiteral("Reserved for RTTY demodulation\nwith optional unit CMH-530"), ui::vbOKOnly,
-                   QStringLiteral("RTTY demodulation"));
 }
 
 // --- what the shared parts ask of the model ---

@@ -72,8 +72,6 @@ public:
     void mnuUpdate_Click();
     void mnuPowerOn_Click();
     void mnuPowerOff_Click();
-    void mnuUserdefs_Click();
-    void mnuRtty_Click();
 
     void hubFrequencyAChanged(double khz) override { NRD535A_FrequencyAChanged(khz); }
     void hubModeChanged(int16_t v) override { NRD535A_ModeChanged(v); }

@@ -6,8 +6,6 @@
 #include "drivers/model_tables.h"
 #include "drivers/nrd_tables.h"
 #include "memory/mem_record.h"
-#include "panels/frmAdvancedDSP.h"
-#include "panels/frmUserdefs545.h"
 #include "panels/nrd_panel_logic.h"
 #include "serial/comm_line.h"
 #include "ui/facades.h"
@@ -44,8 +42,6 @@ frmNRD545::frmNRD545(QWidget *parent) : frmPanelBase(Win::frmNRD545, rxNRD545, t
     wireMenu(QStringLiteral("mnuUpdate"), [this] { mnuUpdate_Click(); });
     wireMenu(QStringLiteral("mnuPowerOn"), [this] { mnuPowerOn_Click(); });
     wireMenu(QStringLiteral("mnuPowerOff"), [this] { mnuPowerOff_Click(); });
-    wireMenu(QStringLiteral("mnuUserdefs"), [this] { mnuUserdefs_Click(); });
-    wireMenu(QStringLiteral("mnuAdvancedDSP"), [this] { mnuAdvancedDSP_Click(); });
     finishMenu();
     connectCommon();
     connectControls();
@@ -660,10 +656,6 @@ void frmNRD545::mnuPowerOff_Click()
     if (NRD545A)
         NRD545A->setPowerOnOff(0);
 }
-
-void frmNRD545::mnuUserdefs_Click() { frmUserdefs545::open(); }
-
-void frmNRD545::mnuAdvancedDSP_Click() { frmAdvancedDSP::open(); }
 
 // --- what the shared parts ask of the model ---
 

@@ -78,8 +78,6 @@ public:
     void mnuUpdate_Click();
     void mnuPowerOn_Click();
     void mnuPowerOff_Click();
-    void mnuUserdefs_Click();
-    void mnuAdvancedDSP_Click();
 
     void hubFrequencyAChanged(double khz) override { NRD545A_FrequencyAChanged(khz); }
     void hubModeChanged(int16_t v) override { NRD545A_ModeChanged(v); }

@@ -5,8 +5,10 @@
 // buttons, bars and handlers.
 #include "core/hub.h"
 #include "core/shared_state.h"
+#include "panels/panel_face_qt.h"
 #include "panels/panel_keys.h"
 #include "panels/panel_logic.h"
+#include "panels/panel_menu_qt.h"
 #include "ui/widgets/window_guard.h"
 
 #include <QLabel>
@@ -28,23 +30,6 @@ class QPushButton;
 class QSlider;
 class CommLine;
 class SpinButton;
-
-// A label that can be clicked, with a back colour of its own (the mute lamp).
-class ClickLabel : public QLabel {
-    Q_OBJECT
-public:
-    explicit ClickLabel(const QString &text = QString(), QWidget *parent = nullptr);
-    void setBackColor(const QColor &c);
-    QColor backColor() const { return back_; }
-signals:
-    void clicked();
-
-protected:
-    void mouseReleaseEvent(QMouseEvent *e) override;
-
-private:
-    QColor back_;
-};
 
 class frmPanelBase : public QMainWindow, public RxPanel {
     Q_OBJECT
@@ -96,10 +81,6 @@ public:
     void cmdClose_Click();
     void mnuClose_Click();
     void mnuExit_Click();
-    void mnuSetup_Click();
-    void mnuAbout_Click();
-    void mnuHtmlhelp_Click();
-    void mnuPCclock_Click();
 
     // The window's key handler: true when the key was the panel's.
     bool Form_KeyDown(int key, Qt::KeyboardModifiers mods);
@@ -134,23 +115,27 @@ protected:
     virtual QString firmwareText() { return {}; }
     virtual void Form_Unload() = 0;
 
-    // --- building blocks ---
-    struct Fader {
-        QSlider *bar;
-        ClickLabel *label;
-        QWidget *box;
-    };
-    // A vertical bar under a caption, with its value label below; the label zeroes the bar when
-    // clicked (clickZero).
-    Fader makeFader(const char *barName, const char *labelName, const QString &caption, int min, int max,
-                    int small, int large, bool clickZero);
-    QPushButton *makeButton(const QString &name, const QString &caption, QWidget *parent);
-    QGroupBox *buttonGroup(const QString &title, const QList<QPushButton *> &buttons, int columns = 0);
+    // --- building blocks: the face's parts (panel_face_qt.h) ---
+    using Fader = panelface::Fader;
+    static Fader makeFader(const char *barName, const char *labelName, const QString &caption, int min, int max,
+                           int small, int large, bool clickZero)
+    {
+        return panelface::makeFader(barName, labelName, caption, min, max, small, large, clickZero);
+    }
+    static QPushButton *makeButton(const QString &name, const QString &caption, QWidget *parent)
+    {
+        return panelface::makeButton(name, caption, parent);
+    }
+    static QGroupBox *buttonGroup(const QString &title, const QList<QPushButton *> &buttons, int columns = 0)
+    {
+        return panelface::buttonGroup(title, buttons, columns);
+    }
+    static QWidget *keyHints(const QList<std::pair<QString, QString>> &rows) { return panelface::keyHints(rows); }
+    static void markActive(const QList<QPushButton *> &buttons, int index) { panelface::markActive(buttons, index); }
+    // The shared parts, kept in the panel's members.
     QWidget *buildDisplay();
     QWidget *buildKeypad();
     QWidget *buildTuning();
-    // A small table of the panel's keys, so that they can be found without a manual.
-    QWidget *keyHints(const QList<std::pair<QString, QString>> &rows);
     // The face: the panel's own column on the left, the keypad (and extras) on the right with
     // Close at the foot.
     void arrangeFace(QWidget *face, QVBoxLayout *left, QWidget *keypad, const QList<QWidget *> &rightExtras = {});
@@ -158,22 +143,19 @@ protected:
     QHBoxLayout *displayStatus = nullptr;
     QLabel *addStatus(const char *name, const QString &caption);
 
-    // The menu of the panel; entries named in omit are left out, renamed ones get their name
-    // and caption from renames (name -> {new name, caption}), extra ones follow after the named.
-    struct MenuRename { QString name; QString caption; };
-    struct MenuExtra { QString after; QString name; QString caption; };
+    // The menu of the panel (panel_menu_qt.h); which window an entry opens is menu_windows_qt.h's.
+    using MenuRename = panelmenu::Rename;
+    using MenuExtra = panelmenu::Extra;
     void buildMenu(const QStringList &omit, const std::map<QString, MenuRename> &renames = {},
                    const QList<MenuExtra> &extras = {});
     // Connects a menu entry; entries never wired are shown disabled.
     void wireMenu(const QString &name, std::function<void()> handler);
+    // Wires Close, Exit and the windows of the menu's table, and disables what is left.
     void finishMenu();
 
     // Connects the shared controls to their handlers (panels with a receiver).
     void connectCommon();
     void applyLook();
-
-    // Marks the button of the setting in force in a row of buttons (index outside: none).
-    static void markActive(const QList<QPushButton *> &buttons, int index);
 
     // The frequency display and the hub's followers.
     void showFrequency(double khz);
@@ -236,6 +218,3 @@ private:
     std::map<QString, QAction *> entries_;
     std::map<QString, bool> wired_;
 };
-
-// Sets a bar from a receiver's report without writing it back to the receiver.
-void setBarQuietly(QAbstractSlider *bar, int value);

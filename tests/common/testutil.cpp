@@ -14,11 +14,13 @@
 TestEnv::TestEnv()
     : dialogs(std::make_shared<ui::ScriptedDialogs>()),
       clock(std::make_shared<ui::FixedClock>(QDateTime(QDate(2026, 3, 14), QTime(12, 0)))),
-      programs(std::make_shared<ui::RecordingPrograms>())
+      programs(std::make_shared<ui::RecordingPrograms>()),
+      printer(std::make_shared<ui::PdfPrinter>())
 {
     oldDialogs_ = ui::installDialogs(dialogs);
     oldClock_ = ui::installClock(clock);
     oldPrograms_ = ui::installPrograms(programs);
+    oldPrinter_ = ui::installPrinter(printer);
     resetSharedState();
     resetFileStore();
     setMemFileView(nullptr);
@@ -33,6 +35,7 @@ TestEnv::~TestEnv()
     ui::installDialogs(oldDialogs_);
     ui::installClock(oldClock_);
     ui::installPrograms(oldPrograms_);
+    ui::installPrinter(oldPrinter_);
 }
 
 void TestEnv::installSystemClock() { ui::installClock(ui::systemClock()); }

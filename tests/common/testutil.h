@@ -2,13 +2,15 @@
 // Shared helpers for tests: scripted dialogs, a fixed clock, a temporary data directory.
 #include "sim/sim_device.h"
 #include "ui/facades.h"
+#include "ui/printing_qt.h"
 
 #include <QTemporaryDir>
 #include <functional>
 #include <memory>
 
-// Installs scripted dialogs, a fixed clock and recording programs for one test case, and
-// resets the shared block; restores the previous backends when it goes.
+// Installs scripted dialogs, a fixed clock, recording programs and a printer that records its
+// jobs without writing a file, for one test case, and resets the shared block; restores the
+// previous backends when it goes.
 class TestEnv {
 public:
     TestEnv();
@@ -16,6 +18,7 @@ public:
     std::shared_ptr<ui::ScriptedDialogs> dialogs;
     std::shared_ptr<ui::FixedClock> clock;
     std::shared_ptr<ui::RecordingPrograms> programs;
+    std::shared_ptr<ui::PdfPrinter> printer;
     // For tests against a real line, where the simulator on the far side runs on real time.
     void installSystemClock();
     // Fails the current test if a dialog came unexpected or an expected one never came.
@@ -25,6 +28,7 @@ private:
     std::shared_ptr<ui::DialogBackend> oldDialogs_;
     std::shared_ptr<ui::ClockBackend> oldClock_;
     std::shared_ptr<ui::ProgramBackend> oldPrograms_;
+    std::shared_ptr<ui::PrinterBackend> oldPrinter_;
 };
 
 #define VERIFY_DIALOGS_CLEAN(env) \

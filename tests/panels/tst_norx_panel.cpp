@@ -1,8 +1,9 @@
 // The panel without a receiver: it opens no port, shows its decoration, and only closing, the
-// menu and emptying the frequency box act. Also the pictures of all three panels, on request.
+// menu and emptying the frequency box act. Also the pictures of all five panels, on request.
 #include "core/frmWelcome.h"
 #include "core/textfile.h"
 #include "panels/frmNoRx.h"
+#include "panels/menu_windows_qt.h"
 #include "panel_rig.h"
 #include "testmain.h"
 
@@ -58,6 +59,38 @@ private slots:
         QVERIFY(rig.panel.isNull());
         QVERIFY(!isOpen(Win::frmNoRx));
         QVERIFY(rig.welcome->isVisible());
+    }
+
+    // Each row of the menu's window table finds its entry on every panel it serves, once, and
+    // enabled as far as it is offered: a name misspelt or a model wrong leaves a window unreachable.
+    void menuWindowRows_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::newRow("No RX") << int(rxNone);
+        QTest::newRow("AR7030") << int(rxAR7030);
+        QTest::newRow("RX320") << int(rxRX320);
+        QTest::newRow("NRD535") << int(rxNRD535);
+        QTest::newRow("NRD545") << int(rxNRD545);
+    }
+    void menuWindowRows()
+    {
+        QFETCH(int, type);
+        PanelRig rig(type);
+        writeFile(rig.dir.filePath("rx320settings.ini"),
+                  textfile::joinLines({"7100.5", "10", "-150", "1", "400", "1", "40", "20"}));
+        frmPanelBase *p = rig.open<frmPanelBase>();
+        QVERIFY(p);
+        QStringList seen;
+        for (const MenuWindow &row : menuWindows()) {
+            if (!row.serves(type))
+                continue;
+            QVERIFY2(!seen.contains(row.entry), row.entry);
+            seen << row.entry;
+            QAction *a = p->menuEntry(row.entry);
+            QVERIFY2(a, row.entry);
+            QVERIFY2(a->isEnabled() == (!row.offered || row.offered()), row.entry);
+        }
+        QVERIFY(seen.contains("mnuAbout"));
     }
 
     // What assistive tools get: a control that shows text is known by that text, never by a
@@ -123,14 +156,14 @@ private slots:
         QVERIFY2(faults.isEmpty(), qPrintable(faults.join("\n")));
     }
 
-    // Pictures of the three panels for a look by eye: only when BRELVOX_PANEL_SHOTS names a folder.
+    // Pictures of the five panels for a look by eye: only when BRELVOX_PANEL_SHOTS names a folder.
     void pictures()
     {
         const QString out = qEnvironmentVariable("BRELVOX_PANEL_SHOTS");
         if (out.isEmpty())
             QSKIP("set BRELVOX_PANEL_SHOTS to a folder to get the pictures");
         QDir().mkpath(out);
-        for (int type : {int(rxAR7030), int(rxRX320), int(rxNone)}) {
+        for (int type : {int(rxAR7030), int(rxRX320), int(rxNRD535), int(rxNRD545), int(rxNone)}) {
             PanelRig rig(type);
             slotLevelL() = slotLevelR() = 30;
             writeFile(rig.dir.filePath("rx320settings.ini"),

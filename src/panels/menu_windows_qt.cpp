@@ -1,0 +1,71 @@
+#include "menu_windows_qt.h"
+#include "core/frmAbout.h"
+#include "core/frmSetUp.h"
+#include "core/paths.h"
+#include "core/shared_state.h"
+#include "panels/frmAdvancedDSP.h"
+#include "panels/frmUserdefs.h"
+#include "panels/frmUserdefs545.h"
+#include "panels/panel_logic.h"
+#include "ui/facades.h"
+
+#include <QStandardPaths>
+#include <algorithm>
+
+namespace {
+
+bool isWindowsHost()
+{
+#ifdef Q_OS_WIN
+    return true;
+#else
+    return false;
+#endif
+}
+
+panel::ExternalCommand clockSettings()
+{
+    return panel::clockSettingsCommand(
+        isWindowsHost(), [](const QString &p) { return !QStandardPaths::findExecutable(p).isEmpty(); });
+}
+
+} // namespace
+
+bool MenuWindow::serves(int type) const
+{
+    return models.empty() || std::find(models.begin(), models.end(), type) != models.end();
+}
+
+const std::vector<MenuWindow> &menuWindows()
+{
+    static const std::vector<MenuWindow> rows = {
+        {"mnuSetup", [](frmPanelBase &) { frmSetUp::open(); }},
+        {"mnuUserdefs", [](frmPanelBase &) { frmUserdefs::open(); }, {rxNRD535}},
+        {"mnuUserdefs", [](frmPanelBase &) { frmUserdefs545::open(); }, {rxNRD545}},
+        // With the demodulator fitted the entry belongs to the RTTY window, which this build lacks.
+        {"mnuRtty",
+         [](frmPanelBase &) {
+             if (slotNrdOption(3) != 1)
+                 ui::MsgBox(QStringLiteral("Reserved for RTTY demodulation\nwith optional unit CMH-530"),
+                            ui::vbOKOnly, QStringLiteral("RTTY demodulation"));
+         },
+         {rxNRD535}, [] { return slotNrdOption(3) != 1; }},
+        {"mnuAdvancedDSP", [](frmPanelBase &) { frmAdvancedDSP::open(); }, {rxNRD545}},
+        {"mnuPCclock",
+         [](frmPanelBase &) {
+             const panel::ExternalCommand c = clockSettings();
+             if (!c.program.isEmpty())
+                 ui::startProgram(c.program, c.args);
+         },
+         {}, [] { return !clockSettings().program.isEmpty(); }},
+        {"mnuHtmlhelp",
+         [](frmPanelBase &) {
+             const QString file = isWindowsHost() ? dirPath + QStringLiteral("brelvox2.chm")
+                                                  : paths::native(dirPath + QStringLiteral("brelvox2.chm"));
+             const panel::ExternalCommand c = panel::helpCommand(file, isWindowsHost());
+             ui::startProgram(c.program, c.args);
+         }},
+        {"mnuAbout", [](frmPanelBase &) { (new frmAbout)->Form_Load(); }},
+    };
+    return rows;
+}
