@@ -10,6 +10,7 @@
 #include "drivers/clsNRD545.h"
 #include "drivers/clsRX320.h"
 #include "drivers/jrc_common.h"
+#include "memory/frmMemcell.h"
 #include "memory/mem_record.h"
 #include "memory/memman_logic.h"
 #include "panels/frmAR7030.h"
@@ -20,11 +21,6 @@
 #include "ui/printing.h"
 #include "ui/widgets/form_position.h"
 #include "ui/widgets/images.h"
-
-#if __has_include("memory/frmMemcell.h")
-#include "memory/frmMemcell.h"
-#define BRELVOX_HAVE_MEMCELL 1
-#endif
 
 #include <QAbstractTableModel>
 #include <QCloseEvent>
@@ -750,14 +746,9 @@ void frmMemman::openEditor(int action, const QString &caption, bool needsData)
         ui::MsgBox(kNoData, ui::vbExclamation, QStringLiteral("Change Mem error"));
         return;
     }
-#ifdef BRELVOX_HAVE_MEMCELL
     QPointer<frmMemman> self(this);
     frmMemcell editor(action, caption, driver_.get(), [self](int r) { if (self) self->showRow(r); }, this);
     editor.exec();
-#else
-    Q_UNUSED(action);
-    Q_UNUSED(caption);
-#endif
 }
 
 void frmMemman::cmdChange_Click() { openEditor(1, QStringLiteral("Change selected Mem Cell"), true); }

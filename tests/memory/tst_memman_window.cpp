@@ -2,11 +2,11 @@
 // fetch, fill, tuning a cell, the scan, the buttons per model, jobs cut short, input errors.
 #include "../panels/panel_rig.h"
 #include "data/frmSavefile.h"
+#include "memory/frmMemcell.h"
 #include "memory/frmMemman.h"
 #include "memory/mem_file.h"
 #include "memory/mem_record.h"
 #include "testmain.h"
-#include "ui/printing.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -90,14 +90,20 @@ void arVacant(Ar7030Sim &s, int n) { arCell(s, n, 32016.666, 0, 0, 0, 0); }
 
 QString vacant(int n) { return vacantMemRecord(n); }
 
-struct Recorder : ui::PrinterBackend {
-    QList<ui::PrintJob> jobs;
-    bool print(const ui::PrintJob &job) override
-    {
-        jobs << job;
-        return true;
-    }
-};
+// Runs f once on the modal window of type W as soon as it shows.
+template <class W>
+void whenModal(std::function<void(W *)> f)
+{
+    auto *t = new QTimer;
+    QObject::connect(t, &QTimer::timeout, [t, f] {
+        if (auto *w = qobject_cast<W *>(QApplication::activeModalWidget())) {
+            t->deleteLater();
+            t->stop();
+            f(w);
+        }
+    });
+    t->start(5);
+}
 } // namespace
 
 class TestMemmanWindow : public QObject {
@@ -424,8 +430,6 @@ private slots:
     void sortAndPrint()
     {
         MemRig rig(rxNRD535);
-        auto printer = std::make_shared<Recorder>();
-        const auto old = ui::installPrinter(printer);
         writeFile(rig.dir.filePath("MEM/MEM_2b.TXT"), "MEM000 09650000 4 00 0 0 @@@ @@@ @ high\r\n" + vacant(1).toLatin1()
                                                      + "\r\nMEM002 06070000 4 00 0 0 @@@ @@@ @ low\r\n");
         loadMemFile(fullDirTable[8], "MEM_2b.TXT");
@@ -440,14 +444,52 @@ private slots:
         rig.range("0", "3");
         rig.env.dialogs->expectMsgBox("of memorycells   0  to   3\nincluding", ui::vbYes);
         QTest::mouseClick(rig.mm->cmdPrint, Qt::LeftButton);
-        ui::installPrinter(old);
         VERIFY_DIALOGS_CLEAN(rig.env);
-        QCOMPARE(printer->jobs.size(), 1);
-        const ui::PrintJob &job = printer->jobs[0];
+        QCOMPARE(rig.env.printer->printed.size(), 1);
+        const ui::PrintJob &job = rig.env.printer->printed[0];
         QCOMPARE(job.fontFamily + ' ' + QString::number(job.pointSize), QString("Courier New 10"));
         QCOMPARE(job.lines.value(2), QString("     MEM_2B.TXT"));
         QCOMPARE(job.lines.size(), 6 + 3); // cell 3 never assigned
         QVERIFY(job.lines[6].contains("low") && job.lines[7].contains("high"));
+    }
+
+    // Each editor button opens the editor for its action; a cell written beyond the grid's last
+    // row adds the rows up to it.
+    void editorButtons_data()
+    {
+        QTest::addColumn<QString>("button");
+        QTest::addColumn<int>("action");
+        QTest::addColumn<QString>("caption");
+        QTest::addColumn<QString>("question");
+        QTest::newRow("Change") << "cmdChange" << 1 << "Change selected Mem Cell" << "fill the MemMan\nWindow row 010";
+        QTest::newRow("Store R2M") << "cmdDump" << 2 << " Store Rx setting in Mem Cell" << "fill the MemMan\nWindow row 010";
+        QTest::newRow("Copy") << "cmdCopy" << 3 << "Copy to other Mem Cell" << "fill the MemMan\nWindow row 010";
+        QTest::newRow("Delete") << "cmdDelete" << 4 << "Delete selected Mem Cell" << "empty the MemMan\nWindow cell 010";
+    }
+    void editorButtons()
+    {
+        QFETCH(QString, button);
+        QFETCH(int, action);
+        QFETCH(QString, caption);
+        QFETCH(QString, question);
+        MemRig rig(rxAR7030);
+        rig.image({vacantMemRecord(0), "MEM001 07100000 1 03 @ @ 000 000 0 ", vacantMemRecord(2)});
+        rig.clickRow(1);
+        QString seen;
+        whenModal<frmMemcell>([&](frmMemcell *cell) {
+            seen = QString::number(cell->action()) + cell->windowTitle();
+            cell->cmbCellnr->setCurrentIndex(10);
+            cell->cmdToMMWorRM_Click(0);
+            cell->cmdCancel_Click();
+        });
+        rig.env.dialogs->expectMsgBox(question, ui::vbYes);
+        rig.env.dialogs->expectMsgBox("is now updated");
+        QTest::mouseClick(rig.mm->findChild<QPushButton *>(button), Qt::LeftButton);
+        VERIFY_DIALOGS_CLEAN(rig.env);
+        QCOMPARE(seen, QString::number(action) + caption);
+        QCOMPARE(rig.mm->grdMemman->model()->rowCount(), 11);
+        QVERIFY(rig.row(10).startsWith("010|"));
+        QCOMPARE(rig.row(1), QString("001|07100.000|AM|5.5|"));
     }
 
     // Exit's Yes saves and stays, its No unloads.
@@ -456,9 +498,7 @@ private slots:
         MemRig rig(rxAR7030);
         rig.image({"MEM000 07100000 1 03 @ @ 000 000 0 "});
         QDir(rig.dir.path()).mkdir("MEM");
-        QTimer::singleShot(0, [] {
-            auto *save = qobject_cast<frmSavefile *>(QApplication::activeModalWidget());
-            QVERIFY(save);
+        whenModal<frmSavefile>([](frmSavefile *save) {
             save->cmbSavefile->setEditText("MEM_1kept.TXT");
             QTest::mouseClick(save->cmdOK, Qt::LeftButton);
         });
