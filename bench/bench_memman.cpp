@@ -162,8 +162,9 @@ void benchModel(int type, const char *name)
         dialogs->expectMsgBox("Do you want to capture", ui::vbYes);
         dialogs->expectMsgBox("Rx memory is now loaded");
         fetches.push_back(job(line, dev, mm->cmdFetch, cells, true));
-        if (!dialogs->unexpected.isEmpty() || memRecord[cells - 1].str() != record(type, cells - 1)) {
-            std::printf("%s: the job did not run through: %s [%s]\n", name, qPrintable(dialogs->unexpected.join("; ")), qPrintable(memRecord[cells - 1].str()));
+        // The JRC sets' last cell holds the status the panel stored when it took the lock.
+        if (!dialogs->unexpected.isEmpty() || memRecord[cells - 2].str() != record(type, cells - 2)) {
+            std::printf("%s: the job did not run through: %s [%s]\n", name, qPrintable(dialogs->unexpected.join("; ")), qPrintable(memRecord[cells - 2].str()));
             break;
         }
     }
