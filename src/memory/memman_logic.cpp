@@ -4,6 +4,7 @@
 #include "panels/panel_logic.h"
 #include "panels/rx320_panel_logic.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -80,6 +81,17 @@ QString lookUp(const QString &text, const QStringList &table, int first, int las
 }
 
 QString threeDigits(int n) { return numtext::format(n, QStringLiteral("000")); }
+
+// A shift typed into the editor's list beyond its ends counts as the end it passed, so that the
+// byte stays a byte.
+int shiftByte(const QString &text)
+{
+    constexpr double kListEndKhz = 4.2;
+    const double v = numtext::Val(text);
+    if (std::fabs(v) > kListEndKhz)
+        return panel::fs2b(text.startsWith(u'-') ? QStringLiteral("-4.2k") : QStringLiteral("+4.2k"));
+    return panel::fs2b(text);
+}
 
 // The value ranges the editor's lists offer, by model.
 struct EditorRanges {
@@ -359,8 +371,8 @@ std::optional<QString> recordFromFields(const CellFields &f, int type)
     switch (type) {
     case rxAR7030: {
         const bool shift = mode == QLatin1String("4") || mode == QLatin1String("5");
-        const int sqlBfo = shift ? panel::fs2b(f.sqlBfo) : panel::sql2b(numtext::Val(f.sqlBfo));
-        rec += QStringLiteral(" @ @ ") + threeDigits(panel::fs2b(f.pbs)) + u' ' + threeDigits(sqlBfo) + u' '
+        const int sqlBfo = shift ? shiftByte(f.sqlBfo) : panel::sql2b(std::clamp(numtext::Val(f.sqlBfo), 0.0, 99.0));
+        rec += QStringLiteral(" @ @ ") + threeDigits(shiftByte(f.pbs)) + u' ' + threeDigits(sqlBfo) + u' '
                + lookUp(f.scan, yesNoTable, 0, 1, one);
         break;
     }
