@@ -114,9 +114,6 @@ P *panelAs()
 {
     return qobject_cast<P *>(panelWindow());
 }
-
-// Records coming from files of any model are filled in as they stand: the driver sees a copy.
-QString recordOf(int i) { return memRecord[i].str(); }
 } // namespace
 
 frmMemman::frmMemman(QWidget *parent) : QWidget(parent)
@@ -650,11 +647,11 @@ void frmMemman::cmdFill_Click()
             break;
         }
         if (ar)
-            ar->setMemory(int16_t(i), recordOf(i));
+            ar->setMemory(int16_t(i), memRecord[i].str());
         else if (n535)
-            n535->setMemory(int16_t(i), recordOf(i));
+            n535->setMemory(int16_t(i), memRecord[i].str());
         else if (n545)
-            n545->setMemory(int16_t(i), recordOf(i));
+            n545->setMemory(int16_t(i), memRecord[i].str());
         if (!self)
             return;
         if (!ar)
@@ -692,21 +689,20 @@ void frmMemman::cmdSetrx2mem_Click()
     QPointer<frmMemman> self(this);
     const int16_t mode = fieldInt(rec, memfield::mode);
     int16_t bandwidth = fieldInt(rec, memfield::bandwidth);
-    const QString status = u'X' + memField(rec, memfield::attenuator) + rec.mid(19, 1) + memField(rec, memfield::mode)
+    // The JRC status text takes the bandwidth's second digit only.
+    const QString status = u'X' + memField(rec, memfield::attenuator) + memField(rec, {20, 1}) + memField(rec, memfield::mode)
                            + memField(rec, memfield::frequency) + memField(rec, memfield::agc);
     if (auto *ar = dynamic_cast<clsAR7030 *>(driver_.get())) {
         const int16_t pbs = fieldInt(rec, memfield::pbs);
         const int16_t sqlBfo = fieldInt(rec, memfield::sqlBfo);
         ar->setFrequencyA(f);
-        if (self && driver_) ar->setMode(mode);
-        if (self && driver_) ar->setBandwidth(bandwidth);
-        if (self && driver_) ar->setPassBandShift(pbs);
-        if (self && driver_) {
-            if (mode == 4 || mode == 5)
-                ar->setBeatfreqosc(sqlBfo);
-            else
-                ar->setSquelch(sqlBfo);
-        }
+        ar->setMode(mode);
+        ar->setBandwidth(bandwidth);
+        ar->setPassBandShift(pbs);
+        if (mode == 4 || mode == 5)
+            ar->setBeatfreqosc(sqlBfo);
+        else
+            ar->setSquelch(sqlBfo);
         if (!self)
             return;
         if (auto *p = panelAs<frmAR7030>())
