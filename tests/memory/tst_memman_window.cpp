@@ -90,6 +90,13 @@ void arVacant(Ar7030Sim &s, int n) { arCell(s, n, 32016.666, 0, 0, 0, 0); }
 
 QString vacant(int n) { return vacantMemRecord(n); }
 
+struct FetchCase { int type; bool userLock; QStringList rows; QString shape; };
+struct FillCase { int type; QStringList image; QString cell1After; };
+struct TuneCase { int type; QString record; double khz; int mode; QString panelMode; };
+struct ScanCase { QString from, to; QList<int> rows; int top; }; // top -1: scrolled to the end
+struct RefusalCase { QString button; bool loaded; QString from, to, title, boxesAfter; };
+struct EditorCase { QString button; int action; QString caption, question; };
+
 // Runs f once on the modal window of type W as soon as it shows.
 template <class W>
 void whenModal(std::function<void(W *)> f)
@@ -105,6 +112,12 @@ void whenModal(std::function<void(W *)> f)
     t->start(5);
 }
 } // namespace
+Q_DECLARE_METATYPE(FetchCase)
+Q_DECLARE_METATYPE(FillCase)
+Q_DECLARE_METATYPE(TuneCase)
+Q_DECLARE_METATYPE(ScanCase)
+Q_DECLARE_METATYPE(RefusalCase)
+Q_DECLARE_METATYPE(EditorCase)
 
 class TestMemmanWindow : public QObject {
     Q_OBJECT
@@ -113,25 +126,20 @@ private slots:
     // when the listener has not locked the set himself.
     void fetch_data()
     {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<bool>("userLock");
-        QTest::addColumn<QStringList>("rows");
-        QTest::addColumn<QString>("shape");
+        QTest::addColumn<FetchCase>("c");
         const QStringList ar = {"000|07020.400|CW|3.0|", "001|No data|||", "002|15070.000|USB|5.5|", "003|No data|||"};
         const QStringList nrd = {"000|07100.000|USB|Int|", "001|No data|||", "002|09650.000|AM|Wid|", "003|No data|||"};
         const QString reads = "L000000 L001001 L002002 L003003";
-        QTest::newRow("AR7030") << int(rxAR7030) << false << ar << QString();
-        QTest::newRow("NRD-535 lock off") << int(rxNRD535) << false << nrd << "H1 H1 X0 H0 H0 H1 H1 " + reads + " H0 H0";
-        QTest::newRow("NRD-535 user's lock") << int(rxNRD535) << true << nrd << "X0 " + reads;
-        QTest::newRow("NRD-545 lock off") << int(rxNRD545) << false << nrd << "H1 H1 U230 H0 H0 H1 H1 " + reads + " H0 H0";
-        QTest::newRow("NRD-545 user's lock") << int(rxNRD545) << true << nrd << "U230 " + reads;
+        QTest::newRow("AR7030") << FetchCase{rxAR7030, false, ar, {}};
+        QTest::newRow("NRD-535 lock off") << FetchCase{rxNRD535, false, nrd, "H1 H1 X0 H0 H0 H1 H1 " + reads + " H0 H0"};
+        QTest::newRow("NRD-535 user's lock") << FetchCase{rxNRD535, true, nrd, "X0 " + reads};
+        QTest::newRow("NRD-545 lock off") << FetchCase{rxNRD545, false, nrd, "H1 H1 U230 H0 H0 H1 H1 " + reads + " H0 H0"};
+        QTest::newRow("NRD-545 user's lock") << FetchCase{rxNRD545, true, nrd, "U230 " + reads};
     }
     void fetch()
     {
-        QFETCH(int, type);
-        QFETCH(bool, userLock);
-        QFETCH(QStringList, rows);
-        QFETCH(QString, shape);
+        QFETCH(FetchCase, c);
+        const auto [type, userLock, rows, shape] = c;
         MemRig rig(type);
         if (type == rxAR7030) {
             arCell(rig.ar(), 0, 7020.4, 5, 2, 0, 0);
@@ -167,27 +175,20 @@ private slots:
     // What the fill writes, fetched back, is the image; the range typed backwards is turned round.
     void fillReadsBack_data()
     {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<QStringList>("image");
-        QTest::addColumn<QString>("cell1After");
-        QTest::newRow("AR7030") << int(rxAR7030)
-                                << QStringList{"MEM000 07020400 5 02 @ @ 000 010 0 ", vacant(1),
-                                               "MEM002 15070000 4 03 @ @ 012 245 1 ", vacant(3)}
-                                << vacant(1);
-        QTest::newRow("NRD-535") << int(rxNRD535)
-                                 << QStringList{"MEM000 07100000 2 01 0 1 @@@ @@@ @ ", vacant(1),
-                                                "MEM002 09650000 4 00 1 0 @@@ @@@ @ ", vacant(3)}
-                                 << vacant(1);
-        QTest::newRow("NRD-545") << int(rxNRD545)
-                                 << QStringList{"MEM000 07100000 2 01 0 4 @@@ @@@ @ ", vacant(1),
-                                                "MEM002 09650000 4 00 1 8 @@@ @@@ @ ", vacant(3)}
-                                 << "MEM001 06000000 4 00 0 1 @@@ @@@ @ "; // its empty cell is a bare CR
+        QTest::addColumn<FillCase>("c");
+        QTest::newRow("AR7030") << FillCase{rxAR7030, {"MEM000 07020400 5 02 @ @ 000 010 0 ", vacant(1),
+                                                       "MEM002 15070000 4 03 @ @ 012 245 1 ", vacant(3)}, vacant(1)};
+        QTest::newRow("NRD-535") << FillCase{rxNRD535, {"MEM000 07100000 2 01 0 1 @@@ @@@ @ ", vacant(1),
+                                                        "MEM002 09650000 4 00 1 0 @@@ @@@ @ ", vacant(3)}, vacant(1)};
+        // The NRD-545 empties no cell: its delete is a bare CR.
+        QTest::newRow("NRD-545") << FillCase{rxNRD545, {"MEM000 07100000 2 01 0 4 @@@ @@@ @ ", vacant(1),
+                                                        "MEM002 09650000 4 00 1 8 @@@ @@@ @ ", vacant(3)},
+                                             "MEM001 06000000 4 00 0 1 @@@ @@@ @ "};
     }
     void fillReadsBack()
     {
-        QFETCH(int, type);
-        QFETCH(QStringList, image);
-        QFETCH(QString, cell1After);
+        QFETCH(FillCase, c);
+        auto [type, image, cell1After] = c;
         MemRig rig(type);
         if (type != rxAR7030)
             rig.nrd().setMemory(1, Setting{0, 0, 4, 6000000, 0}); // to be emptied
@@ -210,23 +211,16 @@ private slots:
     // A selected cell tunes the receiver through the window's driver, then the panel shows it.
     void setR2M_data()
     {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<QString>("record");
-        QTest::addColumn<double>("khz");
-        QTest::addColumn<int>("mode");
-        QTest::addColumn<QString>("panelMode");
-        QTest::newRow("AR7030") << int(rxAR7030) << "MEM002 06070000 4 02 @ @ 000 010 0 " << 6070.0 << 4 << "Data";
-        QTest::newRow("NRD-535") << int(rxNRD535) << "MEM002 09650000 3 01 1 0 @@@ @@@ @ " << 9650.0 << 3 << "LSB";
-        QTest::newRow("NRD-545") << int(rxNRD545) << "MEM002 11815000 2 02 0 5 @@@ @@@ @ " << 11815.0 << 2 << "USB";
-        QTest::newRow("RX-320") << int(rxRX320) << "MEM002 05975000 3 12 @ 2 @@@ @@@ @ " << 5975.0 << 3 << "CW";
+        QTest::addColumn<TuneCase>("c");
+        QTest::newRow("AR7030") << TuneCase{rxAR7030, "MEM002 06070000 4 02 @ @ 000 010 0 ", 6070, 4, "Data"};
+        QTest::newRow("NRD-535") << TuneCase{rxNRD535, "MEM002 09650000 3 01 1 0 @@@ @@@ @ ", 9650, 3, "LSB"};
+        QTest::newRow("NRD-545") << TuneCase{rxNRD545, "MEM002 11815000 2 02 0 5 @@@ @@@ @ ", 11815, 2, "USB"};
+        QTest::newRow("RX-320") << TuneCase{rxRX320, "MEM002 05975000 3 12 @ 2 @@@ @@@ @ ", 5975, 3, "CW"};
     }
     void setR2M()
     {
-        QFETCH(int, type);
-        QFETCH(QString, record);
-        QFETCH(double, khz);
-        QFETCH(int, mode);
-        QFETCH(QString, panelMode);
+        QFETCH(TuneCase, c);
+        const auto [type, record, khz, mode, panelMode] = c;
         MemRig rig(type);
         rig.image({vacant(0), vacant(1), record});
         rig.clickRow(2);
@@ -257,21 +251,16 @@ private slots:
     // The scan's ticks run from..to and round again; a vacant row takes its turn but tunes nothing.
     void scan_data()
     {
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<QString>("to");
-        QTest::addColumn<QList<int>>("rows");
-        QTest::addColumn<int>("top");
-        QTest::newRow("1 to 3") << "1" << "3" << QList<int>{1, 2, 3, 1, 2} << 0;
-        QTest::newRow("3 to 1 turned round") << "3" << "1" << QList<int>{1, 2, 3, 1} << 0;
-        QTest::newRow("far down, kept in view") << "50" << "51" << QList<int>{50, 51, 50} << 50;
-        QTest::newRow("the last rows, at the end") << "97" << "99" << QList<int>{97, 98, 99} << -1;
+        QTest::addColumn<ScanCase>("c");
+        QTest::newRow("1 to 3") << ScanCase{"1", "3", {1, 2, 3, 1, 2}, 0};
+        QTest::newRow("3 to 1 turned round") << ScanCase{"3", "1", {1, 2, 3, 1}, 0};
+        QTest::newRow("far down, kept in view") << ScanCase{"50", "51", {50, 51, 50}, 50};
+        QTest::newRow("the last rows, at the end") << ScanCase{"97", "99", {97, 98, 99}, -1};
     }
     void scan()
     {
-        QFETCH(QString, from);
-        QFETCH(QString, to);
-        QFETCH(QList<int>, rows);
-        QFETCH(int, top);
+        QFETCH(ScanCase, c);
+        const auto [from, to, rows, top] = c;
         MemRig rig(rxAR7030);
         QStringList image;
         for (int i = 0; i <= lastMemoryIndex; ++i)
@@ -338,7 +327,7 @@ private slots:
         QTest::mouseClick(m->cmdCls, Qt::LeftButton);
         QCOMPARE(m->grdMemman->model()->rowCount(), 1);
         QCOMPARE(m->grdTitles->item(0, 5)->text(), QString());
-        QVERIFY(!memarrayloadedOf(m) && !m->cmdSort->isEnabled() && m->cmdLoad->isEnabled());
+        QVERIFY(!m->memarrayloaded() && !m->cmdSort->isEnabled() && m->cmdLoad->isEnabled());
         VERIFY_DIALOGS_CLEAN(rig.env);
     }
 
@@ -388,29 +377,20 @@ private slots:
     // Typed ranges and delays the window refuses, and commands that need data.
     void refusals_data()
     {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<bool>("loaded");
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<QString>("to");
-        QTest::addColumn<QString>("title");
-        QTest::addColumn<QString>("boxesAfter");
-        QTest::newRow("fill from the last cell") << "cmdFill" << true << "99" << "99" << " Ërror" << "0 99 2";
-        QTest::newRow("fill to 99999") << "cmdFill" << true << "0" << "99999" << " Ërror" << "0 99 2";
-        QTest::newRow("print from -1") << "cmdPrint" << true << "-1" << "5" << "Ërror" << "0 99 7";
-        QTest::newRow("scan to 100") << "cmdScanrun" << true << "1e3" << "100" << " Ërror" << "0 99 2";
-        QTest::newRow("sort, no data") << "cmdSort" << false << "0" << "5" << "No memory data to sort" << "0 5 7";
-        QTest::newRow("print, no data") << "cmdPrint" << false << "0" << "5" << "Nothing to Print" << "0 5 7";
-        QTest::newRow("change, no data") << "cmdChange" << false << "0" << "5" << "Change Mem error" << "0 5 7";
-        QTest::newRow("save, no data") << "cmdSaveas" << false << "0" << "5" << "Save file error" << "0 5 7";
+        QTest::addColumn<RefusalCase>("c");
+        QTest::newRow("fill from the last cell") << RefusalCase{"cmdFill", true, "99", "99", " Ërror", "0 99 2"};
+        QTest::newRow("fill to 99999") << RefusalCase{"cmdFill", true, "0", "99999", " Ërror", "0 99 2"};
+        QTest::newRow("print from -1") << RefusalCase{"cmdPrint", true, "-1", "5", "Ërror", "0 99 7"};
+        QTest::newRow("scan to 100") << RefusalCase{"cmdScanrun", true, "1e3", "100", " Ërror", "0 99 2"};
+        QTest::newRow("sort, no data") << RefusalCase{"cmdSort", false, "0", "5", "No memory data to sort", "0 5 7"};
+        QTest::newRow("print, no data") << RefusalCase{"cmdPrint", false, "0", "5", "Nothing to Print", "0 5 7"};
+        QTest::newRow("change, no data") << RefusalCase{"cmdChange", false, "0", "5", "Change Mem error", "0 5 7"};
+        QTest::newRow("save, no data") << RefusalCase{"cmdSaveas", false, "0", "5", "Save file error", "0 5 7"};
     }
     void refusals()
     {
-        QFETCH(QString, button);
-        QFETCH(bool, loaded);
-        QFETCH(QString, from);
-        QFETCH(QString, to);
-        QFETCH(QString, title);
-        QFETCH(QString, boxesAfter);
+        QFETCH(RefusalCase, c);
+        const auto [button, loaded, from, to, title, boxesAfter] = c;
         MemRig rig(rxAR7030);
         if (loaded)
             rig.image({"MEM000 07100000 1 03 @ @ 000 000 0 "});
@@ -457,21 +437,17 @@ private slots:
     // row adds the rows up to it.
     void editorButtons_data()
     {
-        QTest::addColumn<QString>("button");
-        QTest::addColumn<int>("action");
-        QTest::addColumn<QString>("caption");
-        QTest::addColumn<QString>("question");
-        QTest::newRow("Change") << "cmdChange" << 1 << "Change selected Mem Cell" << "fill the MemMan\nWindow row 010";
-        QTest::newRow("Store R2M") << "cmdDump" << 2 << " Store Rx setting in Mem Cell" << "fill the MemMan\nWindow row 010";
-        QTest::newRow("Copy") << "cmdCopy" << 3 << "Copy to other Mem Cell" << "fill the MemMan\nWindow row 010";
-        QTest::newRow("Delete") << "cmdDelete" << 4 << "Delete selected Mem Cell" << "empty the MemMan\nWindow cell 010";
+        QTest::addColumn<EditorCase>("c");
+        const QString fill = "fill the MemMan\nWindow row 010";
+        QTest::newRow("Change") << EditorCase{"cmdChange", 1, "Change selected Mem Cell", fill};
+        QTest::newRow("Store R2M") << EditorCase{"cmdDump", 2, " Store Rx setting in Mem Cell", fill};
+        QTest::newRow("Copy") << EditorCase{"cmdCopy", 3, "Copy to other Mem Cell", fill};
+        QTest::newRow("Delete") << EditorCase{"cmdDelete", 4, "Delete selected Mem Cell", "empty the MemMan\nWindow cell 010"};
     }
     void editorButtons()
     {
-        QFETCH(QString, button);
-        QFETCH(int, action);
-        QFETCH(QString, caption);
-        QFETCH(QString, question);
+        QFETCH(EditorCase, c);
+        const auto [button, action, caption, question] = c;
         MemRig rig(rxAR7030);
         rig.image({vacantMemRecord(0), "MEM001 07100000 1 03 @ @ 000 000 0 ", vacantMemRecord(2)});
         rig.clickRow(1);
@@ -514,9 +490,6 @@ private slots:
         QVERIFY(!isOpen(Win::frmMemman) && memFileView() != rig.mm.data());
         VERIFY_DIALOGS_CLEAN(rig.env);
     }
-
-private:
-    static bool memarrayloadedOf(frmMemman *m) { return m->memarrayloaded(); }
 };
 
 BRELVOX_TEST(TestMemmanWindow)
