@@ -3,6 +3,7 @@
 #include "core/frmSetUp.h"
 #include "core/paths.h"
 #include "core/shared_state.h"
+#include "memory/frmMemman.h"
 #include "panels/frmAdvancedDSP.h"
 #include "panels/frmUserdefs.h"
 #include "panels/frmUserdefs545.h"
@@ -65,6 +66,7 @@ const std::vector<MenuWindow> &menuWindows()
              const panel::ExternalCommand c = panel::helpCommand(file, isWindowsHost());
              ui::startProgram(c.program, c.args);
          }},
+        {"mnuMemman", [](frmPanelBase &) { frmMemman::open(); }},
         {"mnuAbout", [](frmPanelBase &) { (new frmAbout)->Form_Load(); }},
     };
     return rows;
