@@ -662,6 +662,12 @@ void frmMemman::cmdFill_Click()
     giveLock(took);
     if (!self)
         return;
+    // The line may still hold the fill's bytes: "ready" waits until the receiver has them all.
+    while (stoppedAt < 0 && driver_->comm().OutBufferCount() > 0 && !guard_.stopRequested() && !lineGone()) {
+        delayMs(10);
+        if (!self)
+            return;
+    }
     memcmdenabler(true);
     unsetCursor();
     if (guard_.stopRequested())

@@ -28,6 +28,8 @@ public:
     // Blocks up to ms (-1: no limit) for more bytes, without running other events.
     virtual bool waitForBytes(int ms) = 0;
     virtual QString deviceName() const = 0;
+    // Bytes written but not yet sent on the wire.
+    virtual int bytesToWrite() const { return 0; }
 signals:
     void bytesArrived();
     // The device went away under an open line (unplugged, or the far end of a pty closed).

@@ -122,6 +122,8 @@ QByteArray CommLine::Input()
     return out;
 }
 
+int CommLine::OutBufferCount() const { return backend_ ? backend_->bytesToWrite() : 0; }
+
 int CommLine::InBufferCount()
 {
     if (backend_)

@@ -35,6 +35,8 @@ public:
     // Returns and removes what has been received: all of it when InputLen is 0.
     QByteArray Input();
     int InBufferCount();
+    // Bytes Output has taken that are not yet on the wire.
+    int OutBufferCount() const;
     // Writing 0 discards what is waiting.
     void setInBufferCount(int n);
     void setInputLen(int n) { inputLen_ = n; }

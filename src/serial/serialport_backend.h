@@ -14,6 +14,7 @@ public:
     void collect(QByteArray &into) override;
     bool waitForBytes(int ms) override;
     QString deviceName() const override { return device_; }
+    int bytesToWrite() const override { return int(port_.bytesToWrite()); }
 
 private:
     void onError(QSerialPort::SerialPortError e);

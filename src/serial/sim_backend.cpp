@@ -61,6 +61,12 @@ void SimBackend::write(const QByteArray &bytes)
     device_->receive(bytes);
 }
 
+int SimBackend::bytesToWrite() const
+{
+    const qint64 busyMs = paced_ && open_ ? lineFreeAt_ - nowMs() : 0;
+    return busyMs > 0 ? int((busyMs * std::max(1, baud_) + 9999) / 10000) : 0;
+}
+
 void SimBackend::deliverDue()
 {
     const qint64 now = nowMs();

@@ -25,6 +25,8 @@ public:
 
     // Pace replies at the line's byte rate (10 bits a byte).
     void setPaced(bool paced) { paced_ = paced; }
+    // A paced line is busy until its last byte has gone at the line's rate.
+    int bytesToWrite() const override;
     SimDevice *device() const { return device_.get(); }
     // Everything the program wrote, in order (tests read the wire here).
     QByteArray written;
