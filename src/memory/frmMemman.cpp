@@ -22,81 +22,35 @@
 #include "ui/widgets/form_position.h"
 #include "ui/widgets/images.h"
 
-#include <QAbstractTableModel>
 #include <QCloseEvent>
 #include <QCoreApplication>
 #include <QFontDatabase>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPointer>
 #include <QPushButton>
 #include <QScrollBar>
-#include <QTableView>
-#include <QTableWidget>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <vector>
-
-// The grid's rows as they were added: a row keeps its texts until it is added or shown again,
-// whatever happens to the image meanwhile.
-class MemGridModel : public QAbstractTableModel {
-public:
-    using QAbstractTableModel::QAbstractTableModel;
-    int rowCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : int(rows_.size()); }
-    int columnCount(const QModelIndex &parent = {}) const override { return parent.isValid() ? 0 : 5; }
-    QVariant data(const QModelIndex &index, int role) const override
-    {
-        if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::AccessibleTextRole))
-            return {};
-        const memman::GridRow &r = rows_[size_t(index.row())];
-        switch (index.column()) {
-        case 0: return r.number;
-        case 1: return r.frequency;
-        case 2: return r.mode;
-        case 3: return r.bandwidth;
-        default: return r.tag;
-        }
-    }
-    void clear()
-    {
-        beginResetModel();
-        rows_.assign(1, memman::GridRow());
-        endResetModel();
-    }
-    // At position i, or at the end where the grid is shorter.
-    void insert(int i, const memman::GridRow &row)
-    {
-        const int at = std::clamp(i, 0, int(rows_.size()));
-        beginInsertRows({}, at, at);
-        rows_.insert(rows_.begin() + at, row);
-        endInsertRows();
-    }
-    void append(const memman::GridRow &row) { insert(int(rows_.size()), row); }
-    void replace(int r, const memman::GridRow &row)
-    {
-        rows_[size_t(r)] = row;
-        emit dataChanged(index(r, 0), index(r, 4));
-    }
-
-private:
-    std::vector<memman::GridRow> rows_{1};
-};
 
 namespace {
 QPointer<frmMemman> theMemman;
 
-constexpr int kTitleTwips[] = {600, 1200, 600, 600, 2200, 3400};
-constexpr int kGridTwips[] = {600, 1200, 600, 600, 5600};
 constexpr int kShortTwips = 3375;
 constexpr int kTallTwips = 6750;
 constexpr int kFileNameColumn = 5;
 
-int px(int twips) { return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel; }
+// Cell i's grid row as it reads now; the grid keeps these texts until the row is added or shown
+// again, whatever happens to the image meanwhile.
+QStringList cells(int i)
+{
+    const memman::GridRow r = memman::gridRow(memRecord[i], memTag[i]);
+    return {r.number, r.frequency, r.mode, r.bandwidth, r.tag};
+}
 QString threeDigits(int n) { return numtext::format(n, QStringLiteral("000")); }
 // Plain number-to-text: a blank in place of the plus sign.
 QString plainNumber(int n) { return n < 0 ? QString::number(n) : u' ' + QString::number(n); }
@@ -158,50 +112,14 @@ void frmMemman::build()
     const QFontMetrics fm(fixed);
     const int rowHeight = fm.height() + 2;
 
-    grdTitles = new QTableWidget(1, 6, this);
+    grdTitles = new TextGrid(TextGrid::Titles, {600, 1200, 600, 600, 2200, 3400}, fixed, rowHeight + 2, this,
+                             {" NR", " FREQUENCY", "MD", " BW", " ADDITIONAL INFO", ""});
     grdTitles->setObjectName(QStringLiteral("grdTitles"));
-    grdTitles->setFont(fixed);
-    grdTitles->horizontalHeader()->hide();
-    grdTitles->verticalHeader()->hide();
-    grdTitles->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grdTitles->setSelectionMode(QAbstractItemView::NoSelection);
-    grdTitles->setFocusPolicy(Qt::NoFocus);
-    grdTitles->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    grdTitles->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    grdTitles->verticalHeader()->setDefaultSectionSize(rowHeight + 2);
-    const char *const titles[] = {" NR", " FREQUENCY", "MD", " BW", " ADDITIONAL INFO", ""};
-    int titleWidth = 0;
-    for (int c = 0; c < 6; ++c) {
-        auto *item = new QTableWidgetItem(QLatin1String(titles[c]));
-        QFont bold = fixed;
-        bold.setBold(true);
-        item->setFont(bold);
-        grdTitles->setItem(0, c, item);
-        grdTitles->setColumnWidth(c, px(kTitleTwips[c]));
-        titleWidth += px(kTitleTwips[c]);
-    }
-    grdTitles->setFixedHeight(rowHeight + 2 + 2 * grdTitles->frameWidth());
-
-    model_ = new MemGridModel(this);
-    grdMemman = new QTableView(this);
+    grdMemman = new TextGrid(TextGrid::List, {600, 1200, 600, 600, 5600}, fixed, rowHeight, this);
     grdMemman->setObjectName(QStringLiteral("grdMemman"));
-    grdMemman->setModel(model_);
-    grdMemman->setFont(fixed);
-    grdMemman->horizontalHeader()->hide();
-    grdMemman->verticalHeader()->hide();
-    grdMemman->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    grdMemman->verticalHeader()->setDefaultSectionSize(rowHeight);
-    grdMemman->horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    grdMemman->setSelectionBehavior(QAbstractItemView::SelectRows);
-    grdMemman->setSelectionMode(QAbstractItemView::SingleSelection);
-    grdMemman->setEditTriggers(QAbstractItemView::NoEditTriggers);
-    grdMemman->setVerticalScrollMode(QAbstractItemView::ScrollPerItem);
-    grdMemman->setWordWrap(false);
-    grdMemman->setShowGrid(true);
-    for (int c = 0; c < 5; ++c)
-        grdMemman->setColumnWidth(c, px(kGridTwips[c]));
-    grdMemman->setFixedHeight(px(kShortTwips));
-    const int gridWidth = titleWidth + grdMemman->verticalScrollBar()->sizeHint().width() + 2 * grdMemman->frameWidth();
+    grdMemman->setFixedHeight(twipsToPixels(kShortTwips));
+    const int gridWidth = grdTitles->columnsWidth() + grdMemman->verticalScrollBar()->sizeHint().width()
+                          + 2 * grdMemman->frameWidth();
     grdMemman->setFixedWidth(gridWidth);
     grdTitles->setFixedWidth(gridWidth);
 
@@ -326,10 +244,10 @@ void frmMemman::build()
     col->addLayout(lower);
     col->setSizeConstraint(QLayout::SetFixedSize);
 
-    connect(grdMemman, &QTableView::clicked, this,
-            guarded<const QModelIndex &>(guard_, [this](const QModelIndex &i) { grdMemman_Click(i.row()); }));
-    connect(grdMemman, &QTableView::doubleClicked, this,
-            guarded<const QModelIndex &>(guard_, [this](const QModelIndex &i) { grdMemman_DblClick(i.row()); }));
+    connect(grdMemman, &TextGrid::cellClicked, this,
+            guarded<int, int, const QString &>(guard_, [this](int row, int, const QString &) { grdMemman_Click(row); }));
+    connect(grdMemman, &TextGrid::cellDoubleClicked, this,
+            guarded<int, int, const QString &>(guard_, [this](int row, int, const QString &) { grdMemman_DblClick(row); }));
     const std::pair<QPushButton *, void (frmMemman::*)()> handlers[] = {
         {cmdFetch, &frmMemman::cmdFetch_Click},     {cmdFill, &frmMemman::cmdFill_Click},
         {cmdSort, &frmMemman::cmdSort_Click},       {cmdSetrx2mem, &frmMemman::cmdSetrx2mem_Click},
@@ -393,9 +311,9 @@ void frmMemman::memcmdenabler(bool v)
     }
 }
 
-void frmMemman::formatmemx2list(int i) { model_->insert(i, memman::gridRow(memRecord[i], memTag[i])); }
+void frmMemman::formatmemx2list(int i) { grdMemman->rows()->insert(i, cells(i)); }
 
-void frmMemman::cleargrdmemman() { model_->clear(); }
+void frmMemman::cleargrdmemman() { grdMemman->rows()->clear(); }
 
 void frmMemman::clearadditionalinfo()
 {
@@ -407,14 +325,15 @@ void frmMemman::showRow(int r)
 {
     if (r < 0 || r >= memRecord.size())
         return;
-    while (model_->rowCount() <= r)
-        model_->append(memman::gridRow(memRecord[model_->rowCount()], memTag[model_->rowCount()]));
-    model_->replace(r, memman::gridRow(memRecord[r], memTag[r]));
+    TextGridModel *rows = grdMemman->rows();
+    while (rows->rowCount() <= r)
+        rows->append(cells(rows->rowCount()));
+    rows->replace(r, cells(r));
 }
 
-void frmMemman::setFileName(const QString &name) { grdTitles->item(0, kFileNameColumn)->setText(name); }
+void frmMemman::setFileName(const QString &name) { grdTitles->rows()->setText(0, kFileNameColumn, name); }
 
-QString frmMemman::fileName() const { return grdTitles->item(0, kFileNameColumn)->text(); }
+QString frmMemman::fileName() const { return grdTitles->text(0, kFileNameColumn); }
 
 void frmMemman::progressLabels(const QString &what)
 {
@@ -811,8 +730,8 @@ void frmMemman::cmdPrint_Click()
 void frmMemman::scrollTop(int row)
 {
     // Never so far down that the grid's last page is not full.
-    const int inView = std::max(1, grdMemman->viewport()->height() / grdMemman->verticalHeader()->defaultSectionSize());
-    const int top = std::max(0, std::min(row, model_->rowCount() - inView));
+    const int inView = std::max(1, grdMemman->viewport()->height() / grdMemman->rowHeight(0));
+    const int top = std::max(0, std::min(row, grdMemman->rows()->rowCount() - inView));
     grdMemman->verticalScrollBar()->setValue(top);
 }
 
@@ -946,7 +865,7 @@ void frmMemman::cmdHeigh_Click()
 {
     tall_ = !tall_;
     cmdHeigh->setText(tall_ ? QStringLiteral("S") : QStringLiteral("L"));
-    grdMemman->setFixedHeight(px(tall_ ? kTallTwips : kShortTwips));
+    grdMemman->setFixedHeight(twipsToPixels(tall_ ? kTallTwips : kShortTwips));
     grdMemman->viewport()->update();
 }
 

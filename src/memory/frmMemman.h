@@ -4,6 +4,7 @@
 // driver of its own and, while open, is the view the memory files report their loads to.
 #include "core/shared_state.h"
 #include "memory/mem_file.h"
+#include "ui/widgets/text_grid.h"
 #include "ui/widgets/window_guard.h"
 
 #include <QTimer>
@@ -13,10 +14,7 @@
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class QTableView;
-class QTableWidget;
 class RxDriver;
-class MemGridModel;
 
 class frmMemman : public QWidget, public MemFileView {
     Q_OBJECT
@@ -28,8 +26,8 @@ public:
     static frmMemman *open();
     void Form_Load();
 
-    QTableWidget *grdTitles = nullptr;
-    QTableView *grdMemman = nullptr;
+    TextGrid *grdTitles = nullptr;
+    TextGrid *grdMemman = nullptr;
     QLabel *lblCellnr = nullptr, *lblAtt = nullptr, *lblAgc = nullptr, *lblPbs = nullptr, *lblBfo = nullptr,
            *lblSql = nullptr, *lblScan = nullptr;
     QLabel *lblFrom = nullptr, *lblTo = nullptr;
@@ -108,7 +106,6 @@ private:
     QString fileName() const;
 
     std::unique_ptr<RxDriver> driver_;
-    MemGridModel *model_ = nullptr;
     MemFileView *previousView_ = nullptr;
     bool tall_ = false;
     bool scanning_ = false;

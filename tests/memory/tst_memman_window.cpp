@@ -14,7 +14,6 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
-#include <QTableWidget>
 #include <QtTest>
 
 namespace {
@@ -313,7 +312,7 @@ private slots:
         writeFile(rig.dir.filePath("MEM/MEM_x.TXT"), "MEM000 06070000 1 02 @ 1 @@@ @@@ @ tag\r\n");
         loadMemFile(fullDirTable[8], "MEM_x.TXT");
         QVERIFY(rig.row(0).startsWith("000|06070.000|") && rig.row(0).endsWith("|tag"));
-        QCOMPARE(m->grdTitles->item(0, 5)->text(), QString("MEM_x.TXT"));
+        QCOMPARE(m->grdTitles->text(0, 5), QString("MEM_x.TXT"));
         QCOMPARE(m->cmdFill->isEnabled(), fillLoaded);
         QCOMPARE(m->cmdFetch->isEnabled(), fillLoaded);
         QVERIFY(m->cmdSort->isEnabled() && m->cmdDump->isEnabled() && m->cmdScanrun->isEnabled());
@@ -326,7 +325,7 @@ private slots:
         rig.env.dialogs->expectMsgBox("before clearing the Window", ui::vbNo);
         QTest::mouseClick(m->cmdCls, Qt::LeftButton);
         QCOMPARE(m->grdMemman->model()->rowCount(), 1);
-        QCOMPARE(m->grdTitles->item(0, 5)->text(), QString());
+        QCOMPARE(m->grdTitles->text(0, 5), QString());
         QVERIFY(!m->memarrayloaded() && !m->cmdSort->isEnabled() && m->cmdLoad->isEnabled());
         VERIFY_DIALOGS_CLEAN(rig.env);
     }
@@ -482,7 +481,7 @@ private slots:
         rig.env.dialogs->expectMsgBox("The data is now saved");
         QTest::mouseClick(rig.mm->cmdExit, Qt::LeftButton);
         QVERIFY(isOpen(Win::frmMemman));
-        QCOMPARE(rig.mm->grdTitles->item(0, 5)->text(), QString("MEM_1kept.TXT"));
+        QCOMPARE(rig.mm->grdTitles->text(0, 5), QString("MEM_1kept.TXT"));
         QVERIFY(readFile(rig.dir.filePath("MEM/MEM_1kept.TXT")).startsWith("MEM000 07100000"));
         QCOMPARE(rig.mm->cursor().shape(), Qt::ArrowCursor);
         rig.env.dialogs->expectMsgBox("of the Memory Management window", ui::vbNo);

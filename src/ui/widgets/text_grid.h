@@ -1,0 +1,61 @@
+#pragma once
+// A grid of text rows over a model of its own (no item per cell): fixed-pitch font, one fixed
+// row height, column widths in twips, no headers, no editing. A list selects whole rows, one at
+// a time; a title row is one row of bold titles that takes neither selection nor focus and has
+// no scroll bars. Clicks come as row, column and the cell's text.
+#include <QAbstractTableModel>
+#include <QStringList>
+#include <QTableView>
+#include <initializer_list>
+#include <vector>
+
+// Rows of texts with a fixed column count: a row shorter than that is padded with empty texts,
+// a longer one cut. Empty, it still holds one blank row, as a cleared grid shows.
+class TextGridModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    explicit TextGridModel(int columns, QObject *parent = nullptr);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+
+    // One blank row left.
+    void clear();
+    // At position i, or at the end where the grid is shorter.
+    void insert(int i, const QStringList &row);
+    void append(const QStringList &row);
+    void replace(int r, const QStringList &row);
+    void setText(int row, int col, const QString &text);
+    // Empty outside the grid.
+    QString text(int row, int col) const;
+
+private:
+    QStringList fitted(QStringList row) const;
+    int columns_;
+    std::vector<QStringList> rows_;
+};
+
+// Twips to whole pixels, rounded.
+int twipsToPixels(int twips);
+
+class TextGrid : public QTableView {
+    Q_OBJECT
+public:
+    enum Kind { List, Titles };
+    // A column per width; titles, where given, fill the only row of a title row.
+    TextGrid(Kind kind, std::initializer_list<int> widthsTwips, const QFont &font, int rowHeight,
+             QWidget *parent = nullptr, const QStringList &titles = {});
+
+    TextGridModel *rows() const { return model_; }
+    QString text(int row, int col) const { return model_->text(row, col); }
+    // The columns side by side, in pixels.
+    int columnsWidth() const;
+
+signals:
+    void cellClicked(int row, int col, const QString &text);
+    void cellDoubleClicked(int row, int col, const QString &text);
+
+private:
+    TextGridModel *model_;
+};
