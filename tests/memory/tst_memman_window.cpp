@@ -195,7 +195,11 @@ private slots:
         rig.range("3", "0");
         rig.env.dialogs->expectMsgBox("Are sure you want to overwrite the Receiver\nmemorycells   0  to   3\n", ui::vbYes);
         rig.env.dialogs->expectMsgBox("MemMan data is now \nloaded in the Rx memory");
+        // At the line's own rate: "ready" only once the receiver has every byte.
+        rig.line()->setPaced(true);
         QTest::mouseClick(rig.mm->cmdFill, Qt::LeftButton);
+        QCOMPARE(rig.welcome->Comm1.OutBufferCount(), 0);
+        rig.line()->setPaced(false);
         QCOMPARE(rig.mm->lblAgc->text(), QString());
         rig.range("0", "3");
         rig.env.dialogs->expectMsgBox("Do you want to capture", ui::vbYes);
