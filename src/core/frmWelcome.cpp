@@ -132,6 +132,14 @@ void frmWelcome::setOpenWindow(Win w, QWidget *widget)
         openWindows().erase(w);
 }
 
+void frmWelcome::forgetOpenWindow(Win w, const QWidget *widget)
+{
+    if (openWindow(w) != widget)
+        return;
+    openWindows().erase(w);
+    isOpen(w) = false;
+}
+
 QWidget *frmWelcome::openWindow(Win w)
 {
     auto it = openWindows().find(w);

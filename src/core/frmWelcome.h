@@ -45,6 +45,8 @@ public:
     // Windows register themselves while open, so that titles can be written.
     static void setOpenWindow(Win w, QWidget *widget);
     static QWidget *openWindow(Win w);
+    // A window that goes: registered as w, it is registered no more and no longer open.
+    static void forgetOpenWindow(Win w, const QWidget *widget);
 
     CommLine Comm1;
     SessionTimers timers;

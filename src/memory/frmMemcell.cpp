@@ -92,10 +92,7 @@ frmMemcell::frmMemcell(int action, const QString &caption, RxDriver *driver, std
 
 frmMemcell::~frmMemcell()
 {
-    if (frmWelcome::openWindow(Win::frmMemcell) == this) {
-        frmWelcome::setOpenWindow(Win::frmMemcell, nullptr);
-        isOpen(Win::frmMemcell) = false;
-    }
+    frmWelcome::forgetOpenWindow(Win::frmMemcell, this);
 }
 
 void frmMemcell::build()
@@ -400,8 +397,7 @@ void frmMemcell::Form_Unload()
     unloaded_ = true;
     storeAtUnload(this, Win::frmMemcell);
     isOpen(Win::frmMemcell) = false;
-    if (frmWelcome::openWindow(Win::frmMemcell) == this)
-        frmWelcome::setOpenWindow(Win::frmMemcell, nullptr);
+    frmWelcome::forgetOpenWindow(Win::frmMemcell, this);
     QDialog::done(QDialog::Rejected);
 }
 

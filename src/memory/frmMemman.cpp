@@ -86,10 +86,7 @@ frmMemman::~frmMemman()
     if (memFileView() == this)
         setMemFileView(previousView_);
     // Gone without its close (the program ending): nothing may point at it.
-    if (frmWelcome::openWindow(Win::frmMemman) == this) {
-        frmWelcome::setOpenWindow(Win::frmMemman, nullptr);
-        isOpen(Win::frmMemman) = false;
-    }
+    frmWelcome::forgetOpenWindow(Win::frmMemman, this);
 }
 
 frmMemman *frmMemman::open()
@@ -913,8 +910,7 @@ void frmMemman::closeEvent(QCloseEvent *e)
     scanning_ = false;
     storeAtUnload(this, Win::frmMemman);
     isOpen(Win::frmMemman) = false;
-    if (frmWelcome::openWindow(Win::frmMemman) == this)
-        frmWelcome::setOpenWindow(Win::frmMemman, nullptr);
+    frmWelcome::forgetOpenWindow(Win::frmMemman, this);
     if (memFileView() == this)
         setMemFileView(previousView_);
     driver_.reset();

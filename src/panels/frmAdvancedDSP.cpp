@@ -68,10 +68,7 @@ frmAdvancedDSP::frmAdvancedDSP(QWidget *parent) : QWidget(parent)
 frmAdvancedDSP::~frmAdvancedDSP()
 {
     // Gone without its close (the program ending): nothing may point at it.
-    if (frmWelcome::openWindow(Win::frmAdvancedDSP) == this) {
-        frmWelcome::setOpenWindow(Win::frmAdvancedDSP, nullptr);
-        isOpen(Win::frmAdvancedDSP) = false;
-    }
+    frmWelcome::forgetOpenWindow(Win::frmAdvancedDSP, this);
 }
 
 frmAdvancedDSP *frmAdvancedDSP::open()
@@ -440,8 +437,7 @@ void frmAdvancedDSP::closeEvent(QCloseEvent *e)
     }
     storeAtUnload(this, Win::frmAdvancedDSP);
     isOpen(Win::frmAdvancedDSP) = false;
-    if (frmWelcome::openWindow(Win::frmAdvancedDSP) == this)
-        frmWelcome::setOpenWindow(Win::frmAdvancedDSP, nullptr);
+    frmWelcome::forgetOpenWindow(Win::frmAdvancedDSP, this);
     NRD545A.reset();
     e->accept();
 }
