@@ -146,6 +146,11 @@ private slots:
         row("tune LSB +150 675 Hz", tune(2, 26, 150, 0, 3790), QByteArray("N") + bytes({76, 59, 11, 253, 92, 164}) + "\r");
         row("tune LSB 6000 Hz", tune(2, 0, 0, 0, 5000.001), QByteArray("N") + bytes({78, 30, 11, 192, 119, 112}) + "\r");
         row("tune CW -100 bfo 700", tune(3, 23, -100, 700, 7020.5), QByteArray("N") + bytes({81, 71, 39, 117, 91, 182}) + "\r");
+        // BFO and pass band shift are only a retune: in CW the BFO word is (bfo + pbs + 8000) * 2.73
+        row("bfo 1000 in CW", [](clsRX320 &rx) { rx320Mode = 3; rx320Freq = 7020; rx.setBeatfreqosc(1000); },
+            QByteArray("N") + bytes({81, 71, 26, 169, 95, 250}) + "\r");
+        row("pbs -200 in CW", [](clsRX320 &rx) { rx320Mode = 3; rx320Freq = 7020; rx320Bfo = 1000; rx.setPassBandShift(-200); },
+            QByteArray("N") + bytes({81, 71, 30, 237, 93, 216}) + "\r");
         row("mode outside table", [](clsRX320 &rx) { rx320Mode = 7; rx.setFrequencyA(9410); },
             QByteArray("N") + QByteArray(6, '\0') + "\r");
         row("volume 99 loudest", [](clsRX320 &rx) { rx.setVolume(99); }, QByteArray("V\x7f") + bytes({0}) + "\r");
@@ -196,25 +201,6 @@ private slots:
         QVERIFY(b.takeWritten().startsWith(QByteArray("W") + bytes({33}) + "\rN"));
         QCOMPARE(order, (QList<QString>{"freq", "bw33"}));
         QCOMPARE(b.sim->filterIndex(), 33);
-    }
-
-    void pbsAndBfoOnlyRetune()
-    {
-        TestEnv env;
-        Bench b;
-        rx320Freq = 7020;
-        b.rx.setMode(3);
-        b.takeWritten();
-        b.rx.setBeatfreqosc(1000);
-        QByteArray w = b.takeWritten();
-        QCOMPARE(w.size(), 8);
-        QVERIFY(w.startsWith('N'));
-        // CW: BFO word = (bfo + pbs + 8000) * 2.73
-        QCOMPARE(b.sim->bfo(), int(std::floor(9000 * 2.73)));
-        b.rx.setPassBandShift(-200);
-        w = b.takeWritten();
-        QCOMPARE(w.size(), 8);
-        QCOMPARE(b.sim->bfo(), int(std::floor((1000 - 200 + 8000) * 2.73)));
     }
 
     void smeterAndFirmwareFromTheReceiver()

@@ -138,11 +138,7 @@ private slots:
         QTest::newRow("volume by 0x25") << f14 << at(0, 0x1E) + data(0xF0) << hex("25") << "volume" << 0x30;
         QTest::newRow("volume not by 0x26") << f14 << at(0, 0x1E) + data(0x30) << hex("26") << "volume" << -1;
         QTest::newRow("bass by 0x25") << f14 << at(0, 0x21) + data(0xE7) << hex("25") << "bass" << 7;
-        QTest::newRow("treble by 0x25") << f14 << at(0, 0x22) + data(0xFA) << hex("25") << "treble" << 10;
-        QTest::newRow("right line out by 0x25") << f14 << at(0, 0x24) + data(0xFF) << hex("25") << "auxRight" << 63;
         QTest::newRow("attenuator by 0x26") << f14 << at(0, 0x30) + hex("64") << hex("26") << "rfGain" << 4;
-        QTest::newRow("AGC by 0x26") << f14 << at(0, 0x32) + hex("63") << hex("26") << "agc" << 3;
-        QTest::newRow("IF gain by 0x26") << f14 << at(0, 0x18) + data(130) << hex("26") << "ifGain" << 130;
         QTest::newRow("squelch by 0x24") << f14 << at(0, 0x33) + data(0x50) << hex("24") << "squelch" << 0x50;
         // the power byte on page 1 takes effect at the reset routine
         QTest::newRow("off, as our program switches it off")

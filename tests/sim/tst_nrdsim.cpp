@@ -297,15 +297,27 @@ private slots:
                                               "store memory 5", "read memory 5"}));
     }
 
+    // Every simulator by the receiver type and by its tool name, at the set's own speed.
+    void factory_data()
+    {
+        QTest::addColumn<int>("type");
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<int>("baud");
+        QTest::newRow("AR7030") << 1 << "ar7030" << 1200;
+        QTest::newRow("NRD-535") << 2 << "nrd535" << 4800;
+        QTest::newRow("RX-320") << 3 << "rx320" << 1200;
+        QTest::newRow("NRD-545") << 4 << "nrd545" << 4800;
+    }
     void factory()
     {
-        for (auto [type, name] : {std::pair{2, "nrd535"}, std::pair{4, "nrd545"}}) {
-            const auto byType = makeSimulator(type);
-            QVERIFY(byType && byType->model() == name && byType->baudRate() == 4800);
-            QVERIFY(simulatorNames().contains(name));
-        }
-        QCOMPARE(Nrd535Sim().memoryCount(), 200);
-        QCOMPARE(Nrd545Sim().memoryCount(), 1000);
+        QFETCH(int, type);
+        QFETCH(QString, name);
+        QFETCH(int, baud);
+        const auto byType = makeSimulator(type), byName = makeSimulatorByName(name);
+        QVERIFY(byType && byName && simulatorNames().contains(name));
+        QCOMPARE(byType->model() + byName->model(), name + name);
+        QCOMPARE(byName->baudRate(), baud);
+        QVERIFY(!makeSimulatorByName(name + "9"));
     }
 };
 
