@@ -499,16 +499,24 @@ void frmMemman::cmdFetch_Click()
     giveLock(took);
     if (!self)
         return;
+    endJob(stoppedAt, QStringLiteral("the fetch"), QStringLiteral("Fetch RX memory"),
+           QStringLiteral("Rx memory is now loaded\nin the MemMan Window"), ui::vbInformation,
+           QStringLiteral("Fetch Rx ready"));
+}
+
+void frmMemman::endJob(int stoppedAt, const QString &job, const QString &title, const QString &ready, int style,
+                       const QString &readyTitle)
+{
+    const QPointer<frmMemman> self(this);
     memcmdenabler(true);
     unsetCursor();
     if (guard_.stopRequested())
         return;
     if (stoppedAt >= 0) {
-        lineGoneMessage(QStringLiteral("the fetch"), stoppedAt, QStringLiteral("Fetch RX memory"));
+        lineGoneMessage(job, stoppedAt, title);
         return;
     }
-    ui::MsgBox(QStringLiteral("Rx memory is now loaded\nin the MemMan Window"), ui::vbInformation,
-               QStringLiteral("Fetch Rx ready"));
+    ui::MsgBox(ready, style, readyTitle);
     if (self)
         clearadditionalinfo();
 }
@@ -584,18 +592,8 @@ void frmMemman::cmdFill_Click()
         if (!self)
             return;
     }
-    memcmdenabler(true);
-    unsetCursor();
-    if (guard_.stopRequested())
-        return;
-    if (stoppedAt >= 0) {
-        lineGoneMessage(QStringLiteral("the fill"), stoppedAt, QStringLiteral("Fill Receiver Memory"));
-        return;
-    }
-    ui::MsgBox(QStringLiteral("MemMan data is now \nloaded in the Rx memory"), ui::vbOKOnly,
-               QStringLiteral("Fill Rx ready"));
-    if (self)
-        clearadditionalinfo();
+    endJob(stoppedAt, QStringLiteral("the fill"), QStringLiteral("Fill Receiver Memory"),
+           QStringLiteral("MemMan data is now \nloaded in the Rx memory"), ui::vbOKOnly, QStringLiteral("Fill Rx ready"));
 }
 
 void frmMemman::cmdSetrx2mem_Click()

@@ -101,6 +101,9 @@ private:
     // The line to the receiver has gone (device removed, port closed): jobs stop.
     bool lineGone() const;
     void lineGoneMessage(const QString &job, int cell, const QString &title);
+    // The end of a fetch or a fill: commands back, then the ready message or why the job stopped.
+    void endJob(int stoppedAt, const QString &job, const QString &title, const QString &ready, int style,
+                const QString &readyTitle);
     void scrollTop(int row);
     void setFileName(const QString &name);
     QString fileName() const;
