@@ -1,5 +1,6 @@
 #include "core/numtext.h"
 #include "core/runtime_error.h"
+#include "core/shell_sort.h"
 #include "testmain.h"
 #include "testutil.h"
 
@@ -175,6 +176,30 @@ private slots:
         QFETCH(float, x);
         QFETCH(QString, text);
         QCOMPARE(numtext::str(x), text);
+    }
+
+    // The shell sort on letters tagged with their first place: where equal letters end up shows
+    // the gaps taken (halves to even) and the passes run.
+    void shellSort_data()
+    {
+        QTest::addColumn<QString>("keys");
+        QTest::addColumn<QString>("sorted");
+        QTest::newRow("none") << "" << "";
+        QTest::newRow("one") << "a" << "a0";
+        QTest::newRow("two: the pass at gap 1 runs") << "ba" << "a1b0";
+        QTest::newRow("reversed") << "dcba" << "a3b2c1d0";
+        QTest::newRow("gap 2.5 is 2") << "bbaaab" << "a2a3a4b1b0b5";
+        QTest::newRow("equals stay as passes leave them") << "ccbbaa" << "a4a5b2b3c0c1";
+    }
+    void shellSort()
+    {
+        QFETCH(QString, keys);
+        QStringList items;
+        for (int i = 0; i < keys.size(); ++i)
+            items << keys[i] + QString::number(i);
+        ::shellSort(int(items.size()) - 1, [&](int a, int b) { return items[a][0] > items[b][0]; },
+                    [&](int a, int b) { items.swapItemsAt(a, b); });
+        QTEST(items.join(QString()), "sorted");
     }
 };
 
