@@ -36,6 +36,7 @@
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <optional>
 
 namespace {
 QPointer<frmMemman> theMemman;
@@ -521,25 +522,28 @@ void frmMemman::endJob(int stoppedAt, const QString &job, const QString &title, 
         clearadditionalinfo();
 }
 
-void frmMemman::repairRange(bool delayToo)
+std::optional<memman::Range> frmMemman::typedRange(const QString &errorTitle, bool resetDelay)
 {
+    const memman::Range r = memman::checkRange(txtFrom->text(), txtTo->text(), lastMemoryIndex);
+    if (r.ok)
+        return r;
+    ui::MsgBox(QStringLiteral("Input Error"), ui::vbExclamation, errorTitle);
     txtFrom->setText(QStringLiteral("0"));
     txtTo->setText(QString::number(lastMemoryIndex));
-    if (delayToo)
+    if (resetDelay)
         txtDelay->setText(QStringLiteral("2"));
     txtFrom->setFocus();
+    return std::nullopt;
 }
 
 void frmMemman::cmdFill_Click()
 {
     if (!driver_ || rxType == rxRX320)
         return;
-    const memman::Range r = memman::checkRange(txtFrom->text(), txtTo->text(), lastMemoryIndex);
-    if (!r.ok) {
-        ui::MsgBox(QStringLiteral("Input Error"), ui::vbExclamation, QStringLiteral(" Ërror"));
-        repairRange(true);
+    const auto typed = typedRange(QStringLiteral(" Ërror"), true);
+    if (!typed)
         return;
-    }
+    const memman::Range r = *typed;
     if (ui::MsgBox(QStringLiteral("Are sure you want to overwrite the Receiver\nmemorycells  ") + plainNumber(r.from)
                        + QStringLiteral("  to  ") + plainNumber(r.to)
                        + QStringLiteral("\nwith the data from the MemMan Window"),
@@ -700,12 +704,10 @@ void frmMemman::cmdPrint_Click()
         ui::MsgBox(kNoData, ui::vbOKOnly, QStringLiteral("Nothing to Print"));
         return;
     }
-    const memman::Range r = memman::checkRange(txtFrom->text(), txtTo->text(), lastMemoryIndex);
-    if (!r.ok) {
-        ui::MsgBox(QStringLiteral("Input Error"), ui::vbExclamation, QStringLiteral("Ërror"));
-        repairRange(false);
+    const auto typed = typedRange(QStringLiteral("Ërror"), false);
+    if (!typed)
         return;
-    }
+    const memman::Range r = *typed;
     if (ui::MsgBox(QStringLiteral("You want to print the contents\nof memorycells  ") + plainNumber(r.from)
                        + QStringLiteral("  to  ") + plainNumber(r.to)
                        + QStringLiteral("\nincluding the filled-in alpha tags"),
@@ -735,12 +737,10 @@ void frmMemman::cmdScanrun_Click()
     const memman::Delay d = memman::clampDelay(txtDelay->text());
     if (!d.text.isEmpty())
         txtDelay->setText(d.text);
-    const memman::Range r = memman::checkRange(txtFrom->text(), txtTo->text(), lastMemoryIndex);
-    if (!r.ok) {
-        ui::MsgBox(QStringLiteral("Input Error"), ui::vbExclamation, QStringLiteral(" Ërror"));
-        repairRange(true);
+    const auto typed = typedRange(QStringLiteral(" Ërror"), true);
+    if (!typed)
         return;
-    }
+    const memman::Range r = *typed;
     scanFrom_ = r.from;
     scanTo_ = r.to;
     scanDelay_ = d.seconds;
@@ -893,17 +893,8 @@ void frmMemman::memSaveEnds(const QString &name)
 void frmMemman::closeEvent(QCloseEvent *e)
 {
     // The close box asks as "Exit" does, also when it had to wait for a job.
-    const bool asExit = !leaving_ && (e->spontaneous() || exitAsked_);
-    if (guard_.holdClose(e)) {
-        exitAsked_ = asExit;
+    if (guard_.holdCloseOrAsk(e, leaving_, [this] { cmdExit_Click(); }))
         return;
-    }
-    exitAsked_ = false;
-    if (asExit) {
-        e->ignore();
-        QTimer::singleShot(0, this, guarded(guard_, [this] { cmdExit_Click(); }));
-        return;
-    }
     tmrScan.stop();
     scanning_ = false;
     storeAtUnload(this, Win::frmMemman);

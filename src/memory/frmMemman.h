@@ -4,12 +4,14 @@
 // driver of its own and, while open, is the view the memory files report their loads to.
 #include "core/shared_state.h"
 #include "memory/mem_file.h"
+#include "memory/memman_logic.h"
 #include "ui/widgets/text_grid.h"
 #include "ui/widgets/window_guard.h"
 
 #include <QTimer>
 #include <QWidget>
 #include <memory>
+#include <optional>
 
 class QLabel;
 class QLineEdit;
@@ -93,7 +95,9 @@ private:
     // Only fetch, load, exit and the panel button, as after the load and a clear.
     void idleCommands();
     void progressLabels(const QString &what);
-    void repairRange(bool delayToo);
+    // From and to as fill, print and scan take them; when refused, the "Input Error" box under
+    // errorTitle and the boxes set back (the delay to "2" where resetDelay).
+    std::optional<memman::Range> typedRange(const QString &errorTitle, bool resetDelay);
     void openEditor(int action, const QString &caption, bool needsData);
     // The panel's lock, taken for a job when the listener has not locked the set himself.
     bool takeLock();
@@ -114,7 +118,6 @@ private:
     bool scanning_ = false;
     bool ticking_ = false;
     bool leaving_ = false;
-    bool exitAsked_ = false;
     int scanFrom_ = 0;
     int scanTo_ = 0;
     int scanOffset_ = 0;

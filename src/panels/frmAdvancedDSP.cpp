@@ -418,17 +418,8 @@ void frmAdvancedDSP::leave()
 void frmAdvancedDSP::closeEvent(QCloseEvent *e)
 {
     // The window's own close box asks as "Exit" does, also when it had to wait.
-    const bool asExit = !leaving_ && (e->spontaneous() || exitAsked_);
-    if (guard_.holdClose(e)) {
-        exitAsked_ = asExit;
+    if (guard_.holdCloseOrAsk(e, leaving_, [this] { cmdExit_Click(); }))
         return;
-    }
-    exitAsked_ = false;
-    if (asExit) {
-        e->ignore();
-        QTimer::singleShot(0, this, guarded(guard_, [this] { cmdExit_Click(); }));
-        return;
-    }
     // Closed with the panel, or by "Exit": a lock still held from the load is let go.
     if (tookLock_ && remoteLock == 1 && !leaving_) {
         tookLock_ = false;

@@ -60,6 +60,5 @@ private:
     bool tookLock_ = false;
     bool leaving_ = false;
     bool loading_ = false;
-    bool exitAsked_ = false; // the close box was used while a handler ran
     WindowGuard guard_{this};
 };

@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QMetaObject>
+#include <QTimer>
 #include <algorithm>
 #include <exception>
 #include <vector>
@@ -11,6 +12,7 @@ struct WindowGuard::State {
     Reach reach = Reach::Own;
     int depth = 0;
     bool held = false;
+    bool exitAsked = false; // the close box was used while a handler ran
     std::function<void()> onHold;
 };
 
@@ -88,6 +90,21 @@ bool WindowGuard::holdClose(QCloseEvent *e)
         if (state_->onHold)
             state_->onHold();
     }
+    return true;
+}
+
+bool WindowGuard::holdCloseOrAsk(QCloseEvent *e, bool leaving, std::function<void()> ask)
+{
+    const bool asExit = !leaving && (e->spontaneous() || state_->exitAsked);
+    if (holdClose(e)) {
+        state_->exitAsked = asExit;
+        return true;
+    }
+    state_->exitAsked = false;
+    if (!asExit)
+        return false;
+    e->ignore();
+    QTimer::singleShot(0, state_->window, guarded(*this, std::move(ask)));
     return true;
 }
 

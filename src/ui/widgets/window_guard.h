@@ -26,6 +26,11 @@ public:
     // For the window's closeEvent: true when the close must wait (the event is then ignored, the
     // jobs are told to stop, and the close comes again once the handlers have returned).
     bool holdClose(QCloseEvent *e);
+    // For a window whose close box asks as its Exit button does: true when the close was held, or
+    // was turned into that question (ask runs from the event loop, under the guard, also when the
+    // close box came while a handler waited). leaving: the window is being unloaded by its Exit or
+    // with the panel, and closes without asking.
+    bool holdCloseOrAsk(QCloseEvent *e, bool leaving, std::function<void()> ask);
     // A close is held back: a job ends at its next step.
     bool stopRequested() const;
     // Runs once each time a close is held back (the panel cuts the line's waits there).
