@@ -257,4 +257,10 @@ QString str(double x)
     return s;
 }
 
+QString strBlank(double x)
+{
+    const QString s = str(x);
+    return s.startsWith(u'-') ? s : u' ' + s;
+}
+
 } // namespace numtext

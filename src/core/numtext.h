@@ -43,5 +43,8 @@ QString formatText(const QString &s, const QString &pattern);
 // at most 7 significant digits for singles and 15 for doubles, "." as decimal sign.
 QString str(float x);
 QString str(double x);
+// The number text of the lists and messages: str with a leading blank where a sign would stand,
+// so " 15", " 0" and "-5.5".
+QString strBlank(double x);
 
 } // namespace numtext

@@ -1,6 +1,7 @@
 #include "frmMemman.h"
 #include "core/frmWelcome.h"
 #include "core/numtext.h"
+#include "ui/widgets/list_frame.h"
 #include "core/session_clock.h"
 #include "data/file_store.h"
 #include "data/frmLoadfile.h"
@@ -54,16 +55,11 @@ QStringList cells(int i)
 }
 QString threeDigits(int n) { return numtext::format(n, QStringLiteral("000")); }
 // Plain number-to-text: a blank in place of the plus sign.
-QString plainNumber(int n) { return n < 0 ? QString::number(n) : u' ' + QString::number(n); }
 int16_t fieldInt(const QString &rec, memfield::Field f) { return numtext::cint(numtext::Val(memField(rec, f))); }
 
 const QString kNoData = QStringLiteral("No data loaded in the\nMemMan Window");
 
-QWidget *panelWindow()
-{
-    static const Win panels[] = {Win::frmNoRx, Win::frmAR7030, Win::frmNRD535, Win::frmRX320, Win::frmNRD545};
-    return rxType >= 0 && rxType <= 4 ? frmWelcome::openWindow(panels[rxType]) : nullptr;
-}
+QWidget *panelWindow() { return ListFrame::panelWindow(); }
 template <class P>
 P *panelAs()
 {
@@ -544,8 +540,8 @@ void frmMemman::cmdFill_Click()
     if (!typed)
         return;
     const memman::Range r = *typed;
-    if (ui::MsgBox(QStringLiteral("Are sure you want to overwrite the Receiver\nmemorycells  ") + plainNumber(r.from)
-                       + QStringLiteral("  to  ") + plainNumber(r.to)
+    if (ui::MsgBox(QStringLiteral("Are sure you want to overwrite the Receiver\nmemorycells  ") + numtext::strBlank(r.from)
+                       + QStringLiteral("  to  ") + numtext::strBlank(r.to)
                        + QStringLiteral("\nwith the data from the MemMan Window"),
                    ui::vbYesNoCancel + ui::vbQuestion, QStringLiteral("Fill Receiver Memory"))
         != ui::vbYes)
@@ -708,8 +704,8 @@ void frmMemman::cmdPrint_Click()
     if (!typed)
         return;
     const memman::Range r = *typed;
-    if (ui::MsgBox(QStringLiteral("You want to print the contents\nof memorycells  ") + plainNumber(r.from)
-                       + QStringLiteral("  to  ") + plainNumber(r.to)
+    if (ui::MsgBox(QStringLiteral("You want to print the contents\nof memorycells  ") + numtext::strBlank(r.from)
+                       + QStringLiteral("  to  ") + numtext::strBlank(r.to)
                        + QStringLiteral("\nincluding the filled-in alpha tags"),
                    ui::vbYesNoCancel + ui::vbQuestion, QStringLiteral("Memories to Printer"))
         != ui::vbYes)
@@ -847,14 +843,7 @@ void frmMemman::cmdLoad_Click()
         unsetCursor();
 }
 
-void frmMemman::cmdPanel_Click()
-{
-    if (QWidget *p = panelWindow()) {
-        p->showNormal();
-        p->raise();
-        p->activateWindow();
-    }
-}
+void frmMemman::cmdPanel_Click() { ListFrame::showPanel(); }
 
 void frmMemman::cmdHeigh_Click()
 {

@@ -1,6 +1,7 @@
 #include "core/numtext.h"
 #include "core/runtime_error.h"
 #include "core/shell_sort.h"
+#include "core/time_span.h"
 #include "testmain.h"
 #include "testutil.h"
 
@@ -166,16 +167,42 @@ private slots:
     {
         QTest::addColumn<float>("x");
         QTest::addColumn<QString>("text");
-        QTest::newRow("whole") << 15.0f << "15";
-        QTest::newRow("half") << -5.5f << "-5.5";
-        QTest::newRow("tenth") << 0.1f << "0.1";
-        QTest::newRow("zero") << 0.0f << "0";
+        QTest::addColumn<QString>("blank");
+        QTest::newRow("whole") << 15.0f << "15" << " 15";
+        QTest::newRow("half") << -5.5f << "-5.5" << "-5.5";
+        QTest::newRow("quarter") << 0.25f << "0.25" << " 0.25";
+        QTest::newRow("zero") << 0.0f << "0" << " 0";
     }
     void str()
     {
         QFETCH(float, x);
         QFETCH(QString, text);
+        QFETCH(QString, blank);
         QCOMPARE(numtext::str(x), text);
+        QCOMPARE(numtext::strBlank(double(x)), blank);
+    }
+
+    void timeSpan_data()
+    {
+        QTest::addColumn<QString>("time");
+        QTest::addColumn<QString>("start");
+        QTest::addColumn<QString>("end");
+        QTest::addColumn<bool>("in");
+        QTest::newRow("lower bound") << "0600" << "0600" << "0700" << true;
+        QTest::newRow("upper bound") << "0700" << "0600" << "0700" << true;
+        QTest::newRow("after") << "0701" << "0600" << "0700" << false;
+        QTest::newRow("over midnight, after it") << "0100" << "2200" << "0200" << true;
+        QTest::newRow("over midnight, at 2400") << "2400" << "2200" << "0200" << true;
+        QTest::newRow("over midnight, outside") << "1200" << "2200" << "0200" << false;
+        QTest::newRow("equal never") << "0600" << "0600" << "0600" << false;
+        QTest::newRow("text, not number") << "930" << "0900" << "1000" << false;
+    }
+    void timeSpan()
+    {
+        QFETCH(QString, time);
+        QFETCH(QString, start);
+        QFETCH(QString, end);
+        QTEST(inTimeSpan(time, start, end), "in");
     }
 
     // The shell sort on letters tagged with their first place: where equal letters end up shows

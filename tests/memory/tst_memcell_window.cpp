@@ -1,6 +1,6 @@
 // The memory cell editor on simulated receivers: what "To MMW" leaves in the image and "To RxM"
 // in the receiver's cell for every action, the lists by model, and what the boxes refuse.
-#include "../panels/panel_rig.h"
+#include "panel_rig.h"
 #include "drivers/ar7030_tables.h"
 #include "drivers/clsAR7030.h"
 #include "drivers/model_tables.h"

@@ -1,6 +1,6 @@
 // The memory window driven as a listener drives it, on a panel over the in-process simulators:
 // fetch, fill, tuning a cell, the scan, the buttons per model, jobs cut short, input errors.
-#include "../panels/panel_rig.h"
+#include "panel_rig.h"
 #include "data/frmSavefile.h"
 #include "memory/frmMemcell.h"
 #include "memory/frmMemman.h"

@@ -1,6 +1,6 @@
 // A receiver's device that goes away under an open line: a pseudo-terminal whose master the
 // test closes, while the line is idle and while each kind of read waits on it.
-#include "../panels/panel_rig.h"
+#include "panel_rig.h"
 #include "core/shared_state.h"
 #include "core/textfile.h"
 #include "drivers/clsAR7030.h"
