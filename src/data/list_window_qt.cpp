@@ -9,6 +9,7 @@
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
@@ -23,7 +24,7 @@ constexpr int kTallGridTwips = 6270;
 
 ScheduleListWindow::ScheduleListWindow(const Look &look, std::initializer_list<int> titleWidths,
                                        const QStringList &titles, std::initializer_list<int> gridWidths)
-    : look_(look)
+    : look_(look), widths_(gridWidths)
 {
     setObjectName(QLatin1String(look.name));
     setWindowTitle(look.title);
@@ -145,10 +146,20 @@ void ScheduleListWindow::tune(const lists::TuneSteps &steps)
 
 void ScheduleListWindow::showRows(const std::vector<QStringList> &rows)
 {
+    // Filled away from the view and shown at once: a view that follows each added row makes a
+    // long list slow. The view forgets its column widths with its model.
     TextGridModel *m = grid_->rows();
+    QItemSelectionModel *old = grid_->selectionModel();
+    grid_->setModel(nullptr);
+    delete old;
     m->clear();
     for (const QStringList &r : rows)
         m->append(r);
+    old = grid_->selectionModel();
+    grid_->setModel(m);
+    delete old;
+    for (int c = 0; c < int(widths_.size()); ++c)
+        grid_->setColumnWidth(c, twipsToPixels(widths_[c]));
 }
 
 void ScheduleListWindow::closeEvent(QCloseEvent *e)

@@ -11,6 +11,7 @@
 #include <QPointer>
 #include <QWidget>
 #include <initializer_list>
+#include <vector>
 
 class QLabel;
 class QPushButton;
@@ -61,6 +62,7 @@ protected:
 
 private:
     Look look_;
+    std::vector<int> widths_;
     ListFrame *frame_ = nullptr;
 };
 

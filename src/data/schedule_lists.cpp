@@ -5,6 +5,8 @@
 #include "core/textfile.h"
 #include "core/time_span.h"
 
+#include <algorithm>
+
 std::vector<QString> bdxcRecords;
 std::vector<QString> ownRecords;
 std::vector<Fields320> file320Fields;
@@ -14,6 +16,37 @@ namespace lists {
 
 namespace {
 const QString kBlankRecord(kListRecordWidth, u' ');
+
+// A frequency piece as the lists show it: the number text of its value, empty below 10. Plain
+// digits, the common case, are read and written directly; all else goes through Val and str.
+QString pieceText(QStringView piece, bool keepBlank)
+{
+    // Blanks and tabs around the number, as Val passes over them.
+    auto blank = [](QChar c) { return c == u' ' || c == u'\t'; };
+    qsizetype b = 0, e = piece.size();
+    while (b < e && blank(piece[b]))
+        ++b;
+    while (e > b && blank(piece[e - 1]))
+        --e;
+    const QStringView digits = piece.mid(b, e - b);
+    double v = 0;
+    bool plain = digits.size() <= 9;
+    int whole = 0;
+    for (QChar c : digits) {
+        if (!plain || c < u'0' || c > u'9') {
+            plain = false;
+            break;
+        }
+        whole = whole * 10 + (c.unicode() - u'0');
+    }
+    v = plain ? whole : numtext::Val(piece.toString());
+    if (v < 10)
+        return {};
+    QString shown = plain ? u' ' + QString::number(whole) : numtext::strBlank(v);
+    if (!keepBlank)
+        shown.remove(0, 1);
+    return shown;
+}
 
 int32_t capacityOf(float slot) { return numtext::clng(double(slot) * 1000.0); }
 
@@ -46,12 +79,7 @@ int32_t readRecords(std::vector<QString> &records, const QStringList &lines, int
 int32_t bdxcCapacity() { return capacityOf(slotDimBdxc()); }
 int32_t ownCapacity() { return capacityOf(slotDimOwn()); }
 
-QString fixedRecord(const QString &line)
-{
-    if (line.size() >= kListRecordWidth)
-        return line.left(kListRecordWidth);
-    return line + QString(kListRecordWidth - line.size(), u' ');
-}
+QString fixedRecord(const QString &line) { return line.leftJustified(kListRecordWidth, u' ', true); }
 
 QString resolveMarks(const QString &record, const QString &before)
 {
@@ -136,42 +164,57 @@ QStringList titles320() { return {"Name", "Frequency", "Md", "Location", "Langua
 
 // --- rows ---
 
-QStringList frequencyPieces(const QString &record, int firstColumn, bool keepBlank)
+namespace {
+// The pieces of a record from its first frequency column onto row, the first shown of them as
+// text; the rest are counted, not shown. An eleventh piece is run-time error 9.
+void appendPieces(QStringList &row, const QString &record, int firstColumn, bool keepBlank, int shown)
 {
     constexpr int kPieces = 10;
-    QStringList out;
-    out.reserve(kPieces);
-    const QString text = record.mid(firstColumn - 1) + u',';
+    // The text to the record's end with one "," added: a piece before each comma.
+    const QStringView text = QStringView(record).mid(firstColumn - 1);
     qsizetype from = 0;
-    for (qsizetype comma = text.indexOf(u','); comma >= 0; comma = text.indexOf(u',', from)) {
-        if (out.size() == kPieces)
+    for (int n = 1;; ++n) {
+        qsizetype comma = text.indexOf(u',', from);
+        const bool last = comma < 0;
+        if (last)
+            comma = text.size();
+        if (n > kPieces)
             throw RuntimeError::subscriptOutOfRange();
-        const double v = numtext::Val(text.mid(from, comma - from));
-        QString shown;
-        if (v >= 10) {
-            shown = numtext::strBlank(v);
-            if (!keepBlank)
-                shown.remove(0, 1);
+        if (n <= shown)
+            row.append(pieceText(text.mid(from, comma - from), keepBlank));
+        if (last) {
+            for (; n < shown; ++n)
+                row.append(QString());
+            return;
         }
-        out.append(shown);
         from = comma + 1;
     }
-    while (out.size() < kPieces)
-        out.append(QString());
+}
+} // namespace
+
+QStringList frequencyPieces(const QString &record, int firstColumn, bool keepBlank)
+{
+    QStringList out;
+    out.reserve(10);
+    appendPieces(out, record, firstColumn, keepBlank, 10);
     return out;
 }
 
 QStringList bdxcRow(const QString &record)
 {
-    QStringList row{record.mid(0, 16), record.mid(17, 17), record.mid(35, 9)};
-    row += frequencyPieces(record, 49, true).mid(0, 7);
+    QStringList row;
+    row.reserve(10);
+    row << record.mid(0, 16) << record.mid(17, 17) << record.mid(35, 9);
+    appendPieces(row, record, 49, true, 7);
     return row;
 }
 
 QStringList ownRow(const QString &record)
 {
-    QStringList row{record.mid(0, 19), record.mid(20, 3), record.mid(24, 3), record.mid(28, 9)};
-    row += frequencyPieces(record, 51, false).mid(0, 8);
+    QStringList row;
+    row.reserve(14);
+    row << record.mid(0, 19) << record.mid(20, 3) << record.mid(24, 3) << record.mid(28, 9);
+    appendPieces(row, record, 51, false, 8);
     row << QString() << record.mid(43, 1);
     return row;
 }
@@ -203,6 +246,24 @@ Fields320 split320(const QString &line)
 
 QString frequency320(const QString &mhz)
 {
+    // Plain decimals of at most three places, the common case, are shifted as text: the same
+    // digits the pattern gives, without its general rounding.
+    const QStringView t = QStringView(mhz).trimmed();
+    const qsizetype dot = t.indexOf(u'.');
+    const QStringView whole = dot < 0 ? t : t.left(dot);
+    const QStringView frac = dot < 0 ? QStringView() : t.mid(dot + 1);
+    auto digitsOnly = [](QStringView v) {
+        return std::all_of(v.begin(), v.end(), [](QChar c) { return c >= u'0' && c <= u'9'; });
+    };
+    if (!t.isEmpty() && t.size() > (dot < 0 ? 0 : 1) && whole.size() <= 9 && frac.size() <= 3 && digitsOnly(whole)
+        && digitsOnly(frac)) {
+        QString khz = whole.toString() + frac.toString() + QString(3 - frac.size(), u'0');
+        qsizetype zeros = 0;
+        while (zeros < khz.size() - 5 && khz[zeros] == u'0')
+            ++zeros;
+        khz.remove(0, zeros);
+        return khz.rightJustified(5, u'0') + QStringLiteral(".000");
+    }
     return numtext::format(numtext::Val(mhz) * 1000, QStringLiteral("00000.000")).replace(u',', u'.');
 }
 

@@ -3,6 +3,7 @@
 #include "testmain.h"
 #include "testutil.h"
 #include "core/shared_state.h"
+#include "core/numtext.h"
 #include "data/schedule_lists.h"
 
 #include <QTest>
@@ -168,6 +169,20 @@ private slots:
         const int e = errorOf([&] { got = lists::row320(lists::split320(line)).join('|'); });
         QCOMPARE(e, row == "error" ? 9 : 0);
         QCOMPARE(got, row);
+    }
+
+    // The kHz column of a ".320" row reads as the pattern shows the MHz value times 1000.
+    void frequency320_data()
+    {
+        QTest::addColumn<QString>("mhz");
+        for (const char *t : {"9.41", "5.975", " 13.57 ", ".5", "12345.6", "123456789.123", "0012.3456", "7.2555", "9,41",
+                              "-5.1", "1e3", ".", "", "abc", "000000000.001", "15.0005"})
+            QTest::newRow(t) << QString(t);
+    }
+    void frequency320()
+    {
+        QFETCH(QString, mhz);
+        QCOMPARE(lists::frequency320(mhz), numtext::format(numtext::Val(mhz) * 1000, "00000.000"));
     }
 
     // Capacity is the setting x 1000 records; one line more is run-time error 9, counts past 32,767.
