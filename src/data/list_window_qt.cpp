@@ -20,6 +20,7 @@ namespace {
 // The grid's heights, short and tall; the window grows by as much as the grid.
 constexpr int kShortGridTwips = 3135;
 constexpr int kTallGridTwips = 6270;
+constexpr int kGridFontPixels = 10;
 } // namespace
 
 ScheduleListWindow::ScheduleListWindow(const Look &look, std::initializer_list<int> titleWidths,
@@ -30,7 +31,9 @@ ScheduleListWindow::ScheduleListWindow(const Look &look, std::initializer_list<i
     setWindowTitle(look.title);
     setAttribute(Qt::WA_DeleteOnClose);
 
-    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    // Small enough that a frequency fits its narrow column, as the lists were laid out for.
+    QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    fixed.setPixelSize(kGridFontPixels);
     const int rowHeight = QFontMetrics(fixed).height() + 2;
     grdTitles = new TextGrid(TextGrid::Titles, titleWidths, fixed, rowHeight + 2, this, titles);
     grdTitles->setObjectName(QStringLiteral("grdTitles"));
@@ -38,6 +41,9 @@ ScheduleListWindow::ScheduleListWindow(const Look &look, std::initializer_list<i
     grid_->setObjectName(QLatin1String(look.gridName));
     grid_->setFixedHeight(twipsToPixels(kShortGridTwips));
     grid_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    // A cell too narrow shows what fits rather than dots in place of digits.
+    grid_->setTextElideMode(Qt::ElideNone);
+    grdTitles->setTextElideMode(Qt::ElideNone);
     const int width = grid_->columnsWidth() + grid_->verticalScrollBar()->sizeHint().width() + 2 * grid_->frameWidth();
     grid_->setFixedWidth(width);
     grdTitles->setFixedWidth(width);

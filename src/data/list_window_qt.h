@@ -70,7 +70,8 @@ private:
 template <class W>
 W *openListWindow(QPointer<W> &slot)
 {
-    if (slot) {
+    // A window closed but not yet deleted is gone for the listener: a new one comes.
+    if (slot && slot->isVisible()) {
         slot->showNormal();
         slot->raise();
         slot->activateWindow();
