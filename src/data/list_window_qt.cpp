@@ -9,7 +9,6 @@
 #include <QFontDatabase>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
@@ -150,22 +149,10 @@ void ScheduleListWindow::tune(const lists::TuneSteps &steps)
     }
 }
 
-void ScheduleListWindow::showRows(const std::vector<QStringList> &rows)
+void ScheduleListWindow::showRows(std::vector<QStringList> rows)
 {
-    // Filled away from the view and shown at once: a view that follows each added row makes a
-    // long list slow. The view forgets its column widths with its model.
-    TextGridModel *m = grid_->rows();
-    QItemSelectionModel *old = grid_->selectionModel();
-    grid_->setModel(nullptr);
-    delete old;
-    m->clear();
-    for (const QStringList &r : rows)
-        m->append(r);
-    old = grid_->selectionModel();
-    grid_->setModel(m);
-    delete old;
-    for (int c = 0; c < int(widths_.size()); ++c)
-        grid_->setColumnWidth(c, twipsToPixels(widths_[c]));
+    rows.insert(rows.begin(), QStringList());
+    grid_->rows()->assign(std::move(rows));
 }
 
 void ScheduleListWindow::closeEvent(QCloseEvent *e)

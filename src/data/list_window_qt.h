@@ -55,7 +55,7 @@ protected:
     // The steps of a click rule on the hub, in their order.
     static void tune(const lists::TuneSteps &steps);
     // The grid emptied and filled with rows from grid row 1 on, under the blank first row.
-    void showRows(const std::vector<QStringList> &rows);
+    void showRows(std::vector<QStringList> rows);
 
     TextGrid *grid_ = nullptr;
     WindowGuard guard_{this};

@@ -3,6 +3,9 @@
 #include "core/frmSetUp.h"
 #include "core/paths.h"
 #include "core/shared_state.h"
+#include "data/frm320Files.h"
+#include "data/frmBdxc.h"
+#include "data/frmOwn.h"
 #include "memory/frmMemman.h"
 #include "panels/frmAdvancedDSP.h"
 #include "panels/frmUserdefs.h"
@@ -41,6 +44,9 @@ const std::vector<MenuWindow> &menuWindows()
 {
     static const std::vector<MenuWindow> rows = {
         {"mnuSetup", [](frmPanelBase &) { frmSetUp::open(); }},
+        {"mnuBdxc", [](frmPanelBase &) { frmBdxc::open(); }},
+        {"mnuOwn", [](frmPanelBase &) { frmOwn::open(); }},
+        {"mnu320Files", [](frmPanelBase &) { frm320Files::open(); }},
         {"mnuUserdefs", [](frmPanelBase &) { frmUserdefs::open(); }, {rxNRD535}},
         {"mnuUserdefs", [](frmPanelBase &) { frmUserdefs545::open(); }, {rxNRD545}},
         // With the demodulator fitted the entry belongs to the RTTY window, which this build lacks.
