@@ -1,6 +1,8 @@
 // The scratchpad's FSP file with its odd lines, and the two lists' shift and scan rules.
 #include "testmain.h"
 #include "log/small_lists.h"
+#include "sim/sim_band.h"
+#include "testutil.h"
 
 #include <QTest>
 
@@ -86,6 +88,24 @@ private slots:
         Scratchpad back = usedPad();
         smalllists::readFsp(bytes, back);
         QVERIFY(back.notes == pad.notes && back.cells == pad.cells);
+    }
+
+    // The demo's file is what the program writes, on frequencies where the simulated band has a station.
+    void demoFile()
+    {
+        const QByteArray bytes = readFile(QFINDTESTDATA("../../demo/FSP/FSP_demo.TXT"));
+        Scratchpad pad;
+        smalllists::readFsp(bytes, pad);
+        QCOMPARE(fspBytes(pad), bytes);
+        const SimBand band;
+        int cells = 0;
+        for (const auto &row : pad.cells)
+            for (const QString &c : row)
+                if (!c.isEmpty() && ++cells)
+                    QVERIFY2(std::any_of(band.stations().begin(), band.stations().end(),
+                                         [&](const SimStation &s) { return s.khz == c.toDouble(); }),
+                             qPrintable(c));
+        QVERIFY(cells >= 10);
     }
 
     // The newest at the head, twenty kept, the twenty-first slot never filled.
