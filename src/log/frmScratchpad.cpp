@@ -41,9 +41,11 @@ frmScratchpad::frmScratchpad(QWidget *parent) : QWidget(parent)
     frame_->cmdHeigh->hide();
 
     const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    // The longest frequency text of a panel.
+    const QFont cellFont = smallwin::fittedFont(QStringLiteral("00000.000"), kCellTwips);
     // A row as high as a note box, so that each note stands beside its row.
     QLineEdit probe;
-    probe.setFont(fixed);
+    probe.setFont(cellFont);
     const int rowHeight = probe.sizeHint().height();
     QStringList numbers;
     for (int c = 1; c <= kPadColumns; ++c)
@@ -51,7 +53,7 @@ frmScratchpad::frmScratchpad(QWidget *parent) : QWidget(parent)
     const auto cells = {kCellTwips, kCellTwips, kCellTwips, kCellTwips, kCellTwips, kCellTwips, kCellTwips, kCellTwips};
     lblTitles = new TextGrid(TextGrid::Titles, cells, fixed, QFontMetrics(fixed).height() + 4, this, numbers);
     lblTitles->setObjectName(QStringLiteral("lblTitles"));
-    grdScratchpad = new TextGrid(TextGrid::List, cells, fixed, rowHeight, this);
+    grdScratchpad = new TextGrid(TextGrid::List, cells, cellFont, rowHeight, this);
     grdScratchpad->setObjectName(QStringLiteral("grdScratchpad"));
     grdScratchpad->setSelectionBehavior(QAbstractItemView::SelectItems);
     grdScratchpad->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -5,6 +5,7 @@
 #include "ui/widgets/text_grid.h"
 
 #include <QFontDatabase>
+#include <QFontInfo>
 #include <QFontMetrics>
 
 namespace smallwin {
@@ -14,10 +15,21 @@ constexpr int kNumberTwips = 400;
 constexpr int kFrequencyTwips = 1300;
 } // namespace
 
+QFont fittedFont(const QString &widest, int twips)
+{
+    QFont f = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    for (int px = QFontInfo(f).pixelSize(); px > 8; --px) {
+        f.setPixelSize(px);
+        if (QFontMetrics(f).horizontalAdvance(widest) + 6 <= twipsToPixels(twips))
+            break;
+    }
+    return f;
+}
+
 ListGrids makeListGrids(QWidget *parent, const char *gridName)
 {
-    const QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
-    const int rowHeight = QFontMetrics(fixed).height() + 2;
+    const QFont fixed = fittedFont(QStringLiteral(" NR"), kNumberTwips);
+    const int rowHeight = QFontMetrics(fixed).height() + 4;
     ListGrids g;
     g.titles = new TextGrid(TextGrid::Titles, {kNumberTwips, kFrequencyTwips}, fixed, rowHeight + 2, parent,
                             {QStringLiteral(" NR"), QStringLiteral(" FREQUENCY")});

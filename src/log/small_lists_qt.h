@@ -19,6 +19,9 @@ struct ListGrids {
 ListGrids makeListGrids(QWidget *parent, const char *gridName);
 // Rows 0..19 as number and frequency, newest first.
 void fillListGrid(TextGrid *grid, const smalllists::FrequencyList &list);
+// The fixed-pitch font, made smaller where needed so that widest fits a column of twips: the
+// columns keep their widths whatever font the system has.
+QFont fittedFont(const QString &widest, int twips);
 // The frequency box of the panel of rxType; empty without a receiver.
 QString panelFrequencyText();
 
