@@ -1,5 +1,5 @@
 // The panel without a receiver: it opens no port, shows its decoration, and only closing, the
-// menu and emptying the frequency box act. Also the pictures of all five panels, on request.
+// menu and emptying the frequency box act.
 #include "core/frmWelcome.h"
 #include "core/textfile.h"
 #include "panels/frmNoRx.h"
@@ -9,7 +9,6 @@
 
 #include <QAction>
 #include <QComboBox>
-#include <QDir>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -154,24 +153,6 @@ private slots:
                 faults << id + ": a picture needs a name and a tooltip";
         }
         QVERIFY2(faults.isEmpty(), qPrintable(faults.join("\n")));
-    }
-
-    // Pictures of the five panels for a look by eye: only when BRELVOX_PANEL_SHOTS names a folder.
-    void pictures()
-    {
-        const QString out = qEnvironmentVariable("BRELVOX_PANEL_SHOTS");
-        if (out.isEmpty())
-            QSKIP("set BRELVOX_PANEL_SHOTS to a folder to get the pictures");
-        QDir().mkpath(out);
-        for (int type : {int(rxAR7030), int(rxRX320), int(rxNRD535), int(rxNRD545), int(rxNone)}) {
-            PanelRig rig(type);
-            slotLevelL() = slotLevelR() = 30;
-            writeFile(rig.dir.filePath("rx320settings.ini"),
-                      textfile::joinLines({"7100.5", "10", "-150", "1", "400", "1", "40", "20"}));
-            frmPanelBase *p = rig.open<frmPanelBase>();
-            p->resize(p->sizeHint());
-            QVERIFY(p->grab().save(QStringLiteral("%1/%2.png").arg(out, p->objectName().mid(3).toLower())));
-        }
     }
 };
 

@@ -1,0 +1,140 @@
+// Pictures of the windows as a listener sees them on the demo data, for a look by eye: every
+// panel, then the list and log windows opened from the AR7030 panel's menu with the demo files
+// loaded. Run by scripts/shots, which prepares the demo copy; never part of the tests.
+#include "core/frmWelcome.h"
+#include "core/shared_state.h"
+#include "data/file_store.h"
+#include "panels/frmPanelBase.h"
+#include "ui/facades.h"
+
+#include <QAbstractButton>
+#include <QAction>
+#include <QApplication>
+#include <QDir>
+#include <QPixmap>
+#include <QTimer>
+#include <cstdio>
+
+namespace {
+
+// Every selection box is answered "all"; any message is printed and answered OK.
+class ShotDialogs : public ui::DialogBackend {
+public:
+    int msgBox(const QString &prompt, int, const QString &title) override
+    {
+        std::fprintf(stderr, "message \"%s\": %s\n", qPrintable(title), qPrintable(prompt));
+        return ui::vbOK;
+    }
+    QString inputBox(const QString &, const QString &, const QString &) override { return QStringLiteral("all"); }
+};
+
+QString outDir;
+
+void save(QWidget *w, const QString &name)
+{
+    if (!w) {
+        std::fprintf(stderr, "no window for %s\n", qPrintable(name));
+        return;
+    }
+    w->adjustSize();
+    QApplication::processEvents();
+    const QString path = outDir + u'/' + name + QStringLiteral(".png");
+    if (w->grab().save(path))
+        std::printf("%s\n", qPrintable(path));
+}
+
+Win panelWin(int type)
+{
+    static const Win panels[] = {Win::frmNoRx, Win::frmAR7030, Win::frmNRD535, Win::frmRX320, Win::frmNRD545};
+    return panels[type];
+}
+
+void load(int kind, const QString &name)
+{
+    fileType = int16_t(kind);
+    chosenFileTable[size_t(kind)] = name;
+    runReader();
+    QApplication::processEvents();
+}
+
+void tune(frmWelcome &w, double khz)
+{
+    w.Change2FreqA(khz);
+    QApplication::processEvents();
+}
+
+struct Window {
+    const char *entry;
+    Win win;
+    const char *shot;
+    int kind;
+    const char *file;
+};
+
+void listWindows(frmWelcome &w, frmPanelBase &panel)
+{
+    const Window windows[] = {
+        {"mnuLast20", Win::frmLast20, "last20", 0, nullptr},
+        {"mnuMaqrkfreqs", Win::frmMarkfreqs, "marked", 0, nullptr},
+        {"mnuBdxc", Win::frmBdxc, "bdxc", 1, "BDX_A26ENGTOE.TXT"},
+        {"mnuOwn", Win::frmOwn, "own", 2, "OWN_FAVOURITES.TXT"},
+        {"mnu320Files", Win::frm320Files, "files320", 10, "DEMO_STATIONS.320"},
+        {"mnuScratchpad", Win::frmScratchpad, "scratchpad", 9, "FSP_demo.TXT"},
+        {"mnuLog", Win::frmLog, "log", 4, "LOG_demo2026.TXT"},
+    };
+    for (const Window &x : windows) {
+        QAction *a = panel.menuEntry(QString::fromLatin1(x.entry));
+        if (!a || !a->isEnabled()) {
+            std::fprintf(stderr, "%s is not offered\n", x.entry);
+            continue;
+        }
+        a->trigger();
+        QApplication::processEvents();
+        if (x.kind)
+            load(x.kind, QString::fromLatin1(x.file));
+        if (x.win == Win::frmLast20 || x.win == Win::frmMarkfreqs) {
+            QWidget *win = frmWelcome::openWindow(x.win);
+            for (double f : {5975.0, 6070.0, 7255.0, 9410.0, 11690.0}) {
+                tune(w, f);
+                if (auto *mark = win ? win->findChild<QAbstractButton *>(QStringLiteral("cmdMark")) : nullptr)
+                    mark->click();
+            }
+        }
+        save(frmWelcome::openWindow(x.win), QString::fromLatin1(x.shot));
+        if (x.win == Win::frmBdxc) {
+            load(1, QStringLiteral("ILG_A26ALLTOW.TXT"));
+            save(frmWelcome::openWindow(x.win), QStringLiteral("bdxc_ilg"));
+        }
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication app(argc, argv);
+    if (argc < 3) {
+        std::fprintf(stderr, "usage: shots OUTDIR DATADIR\n");
+        return 2;
+    }
+    outDir = QString::fromLocal8Bit(argv[1]);
+    QDir().mkpath(outDir);
+    QDir::setCurrent(QString::fromLocal8Bit(argv[2]));
+    ui::installDialogs(std::make_shared<ShotDialogs>());
+    for (int type : {int(rxAR7030), int(rxNRD535), int(rxRX320), int(rxNRD545), int(rxNone)}) {
+        frmWelcome w;
+        w.Form_Load();
+        rxType = int16_t(type);
+        w.imgGo_Click();
+        QApplication::processEvents();
+        auto *panel = qobject_cast<frmPanelBase *>(frmWelcome::openWindow(panelWin(type)));
+        if (!panel)
+            continue;
+        save(panel, panel->objectName().mid(3).toLower());
+        if (type == rxAR7030)
+            listWindows(w, *panel);
+        panel->close();
+        delete panel;
+    }
+    return 0;
+}
