@@ -255,8 +255,14 @@ void frmLog::FillLogGrid()
     TextGridModel *rows = grdLog->rows();
     rows->clear();
     ensureRows();
+    // Rows go in without a signal each (tens of thousands of them); the view then learns the
+    // new row count at once.
+    emit rows->layoutAboutToBeChanged();
+    rows->blockSignals(true);
     for (int32_t r = 0; r <= logCount; ++r)
         rows->append(gridRow(logRecords[size_t(r)], r, logMask));
+    rows->blockSignals(false);
+    emit rows->layoutChanged();
     hideFixedRow();
     unsetCursor();
 }

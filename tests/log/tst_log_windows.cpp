@@ -13,6 +13,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QDir>
 #include <QLabel>
 #include <QPushButton>
@@ -217,11 +218,12 @@ private slots:
         rig.load(kThree);
         rig.env.dialogs->expectMsgBox(message);
         rig.click(rig.log->findChild<QPushButton *>(button));
+        QVERIFY(!isOpen(Win::frmLoginput));
+        QCOMPARE(rig.env.dialogs->shown.size(), 1);
         QCOMPARE(rig.env.dialogs->shown.last().prompt, message);
         QCOMPARE(rig.env.dialogs->shown.last().title, QStringLiteral("Logging"));
         QCOMPARE(rig.env.dialogs->shown.last().style, int(ui::vbExclamation));
         QCOMPARE(logCount, 2);
-        QVERIFY(!isOpen(Win::frmLoginput));
     }
 
     // Save, Close and Exit: their questions, what reaches the disk, what stays on screen.
@@ -434,6 +436,7 @@ private slots:
         rig.click(rig.log->cmdFormat);
         rig.click(qobject_cast<frmLogFormat *>(frmWelcome::openWindow(Win::frmLogFormat))->cmdOK);
         QCOMPARE(rig.rows(), QStringLiteral("000|20261102\n001|20261102\n002|20261103"));
+        QCOMPARE(rig.log->grdLog->verticalHeader()->count(), 4); // the view knows its rows
 
         // Sort, "Date" first, once a load has enabled it.
         QVERIFY(!rig.log->cmdSort->isEnabled());
