@@ -34,6 +34,8 @@ constexpr int kLogKind = 4;
 constexpr int kColumns = kFields + 1;
 constexpr int kShortGridTwips = 2895, kTallGridTwips = 5790;
 constexpr int kNarrowGridTwips = 9015, kWideGridTwips = 13710;
+// Pixels of a cell's width that its text cannot use.
+constexpr int kCellMargins = 4;
 
 const QString kTitle = QStringLiteral("Logging");
 
@@ -79,22 +81,32 @@ void frmLog::build()
 {
     QFont fixed = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     const QFontMetrics fm(fixed);
-    const int rowHeight = fm.height() + 2;
+    // The columns' widths allow 120 twips (8 pixels) a character, margins included: the grids'
+    // font is made small enough for a field to fit its column.
+    QFont cells = fixed;
+    for (int px = 12; px > 8; --px) {
+        cells.setPixelSize(px);
+        if (QFontMetrics(cells).horizontalAdvance(QStringLiteral("00000000")) <= 8 * 8 - kCellMargins)
+            break;
+    }
+    const int rowHeight = QFontMetrics(cells).height() + 2;
 
     // Every field's column exists; BuildLogColumns shows those of the mask.
     grdTitles = new TextGrid(TextGrid::Titles, {360, 960, 480, 480, 1080, 600, 360, 2400, 2400, 600, 600, 600, 600, 4800,
                                                 480, 480},
-                             fixed, rowHeight + 2, this);
+                             cells, rowHeight + 2, this);
     grdTitles->setObjectName(QStringLiteral("grdTitles"));
     grdLog = new TextGrid(TextGrid::List, {360, 960, 480, 480, 1080, 600, 360, 2400, 2400, 600, 600, 600, 600, 4800,
                                            480, 480},
-                          fixed, rowHeight, this);
+                          cells, rowHeight, this);
     grdLog->setObjectName(QStringLiteral("grdLog"));
     grdLog->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
     for (TextGrid *g : {grdTitles, grdLog}) {
         g->setFixedWidth(twipsToPixels(kNarrowGridTwips));
         // The narrowest columns (360 twips) are narrower than the style's least section.
         g->horizontalHeader()->setMinimumSectionSize(1);
+        g->setTextElideMode(Qt::ElideNone);
+        g->setStyleSheet(QStringLiteral("QTableView::item { padding: 0px 1px; }"));
     }
     grdLog->setFixedHeight(twipsToPixels(kShortGridTwips));
     // The titles follow the log's columns sideways.

@@ -77,7 +77,7 @@ void frmLoginput::build()
         t->setMaxLength(f.width);
         t->setValidator(new TypingRule(n, t));
         // Room for the whole field, no more.
-        t->setFixedWidth(fm.horizontalAdvance(QString(f.width, u'W')) + 12);
+        t->setFixedWidth(fm.horizontalAdvance(QString(f.width, u'W')) + 18);
         l->setBuddy(t);
         lblLoginput[size_t(n)] = l;
         txtLoginput[size_t(n)] = t;
