@@ -58,6 +58,10 @@ frmLog::frmLog(QWidget *parent) : QWidget(parent)
 frmLog::~frmLog()
 {
     // Gone without its unload (the program ending): nothing may point at it.
+    if (registered_) {
+        registerReader(kLogKind, {});
+        registerWriter(kLogKind, {});
+    }
     frmWelcome::forgetOpenWindow(Win::frmLog, this);
 }
 
@@ -216,6 +220,7 @@ void frmLog::Form_Load()
     // The log's files are this window's while it is open.
     registerReader(kLogKind, [this] { logReader(); });
     registerWriter(kLogKind, [this] { logWriter(); });
+    registered_ = true;
     show();
 }
 
@@ -228,6 +233,7 @@ void frmLog::Form_Unload()
             child->close();
     registerReader(kLogKind, {});
     registerWriter(kLogKind, {});
+    registered_ = false;
     frame_->unload();
     if (theLog == this)
         theLog = nullptr;

@@ -82,5 +82,6 @@ private:
     bool addFlag_ = false;
     bool wide_ = false;
     bool leaving_ = false;
+    bool registered_ = false;
     WindowGuard guard_{this};
 };
