@@ -3,6 +3,12 @@
 #include "core/frmSetUp.h"
 #include "core/paths.h"
 #include "core/shared_state.h"
+#include "data/frm320Files.h"
+#include "data/frmBdxc.h"
+#include "data/frmOwn.h"
+#include "log/frmLast20.h"
+#include "log/frmMarkfreqs.h"
+#include "log/frmScratchpad.h"
 #include "memory/frmMemman.h"
 #include "panels/frmAdvancedDSP.h"
 #include "panels/frmUserdefs.h"
@@ -41,6 +47,15 @@ const std::vector<MenuWindow> &menuWindows()
 {
     static const std::vector<MenuWindow> rows = {
         {"mnuSetup", [](frmPanelBase &) { frmSetUp::open(); }},
+        {"mnuBdxc", [](frmPanelBase &) { frmBdxc::open(); }},
+        {"mnuOwn", [](frmPanelBase &) { frmOwn::open(); }},
+        {"mnu320Files", [](frmPanelBase &) { frm320Files::open(); }},
+        {"mnuLast20", [](frmPanelBase &) { frmLast20::open(); }},
+        // The RX-320's menu knows the marked frequencies and the scratchpad under names of its own.
+        {"mnuMaqrkfreqs", [](frmPanelBase &) { frmMarkfreqs::open(); }, {rxNone, rxAR7030, rxNRD535, rxNRD545}},
+        {"mnuMarkfreqs", [](frmPanelBase &) { frmMarkfreqs::open(); }, {rxRX320}},
+        {"mnuScratchpad", [](frmPanelBase &) { frmScratchpad::open(); }, {rxNone, rxAR7030, rxNRD535, rxNRD545}},
+        {"mnuSratchpad", [](frmPanelBase &) { frmScratchpad::open(); }, {rxRX320}},
         {"mnuUserdefs", [](frmPanelBase &) { frmUserdefs::open(); }, {rxNRD535}},
         {"mnuUserdefs", [](frmPanelBase &) { frmUserdefs545::open(); }, {rxNRD545}},
         // With the demodulator fitted the entry belongs to the RTTY window, which this build lacks.

@@ -267,31 +267,6 @@ private slots:
 
     // --- against the simulated receiver ---
 
-    // Written, applied by the receiver's routine, and read back through the driver.
-    void simRoundTrip_data()
-    {
-        QTest::addColumn<QString>("property");
-        QTest::addColumn<double>("value");
-        QTest::addColumn<double>("readBack");
-        const struct { const char *property; double value, readBack; } rows[] = {
-            {"Attenuator", 4, 4}, {"Agcspeed", 3, 3}, {"Bandwidth", 2, 2}, {"Mode", 6, 6}, {"PassBandShift", 250, 250},
-            {"Beatfreqosc", 12, 12}, {"Squelch", 77, 77}, {"Ifgain", 60, 60}, {"Leftauxlevel", 30, 30},
-            {"Rightauxlevel", 99, 99}, {"Volume", 50, 49}, {"Bass", 12, 8}, {"Bass", -3, -3}, {"Treble", -8, -8},
-            {"Treble", 3, 2}, {"PowerOnOff", 0, 0}, {"FrequencyA", 6035, 6035}};
-        for (const auto &r : rows)
-            QTest::addRow("%s %g", r.property, r.value) << QString(r.property) << r.value << r.readBack;
-    }
-    void simRoundTrip()
-    {
-        QFETCH(QString, property);
-        QFETCH(double, value);
-        QFETCH(double, readBack);
-        Rig rig;
-        props.at(property).write(rig.drv, value);
-        const double got = props.at(property).read(rig.drv);
-        QVERIFY2(qAbs(got - readBack) < kHalfStepKhz, qPrintable(QString::number(got, 'f', 5)));
-    }
-
     // What the receiver does after the driver's writes: firmware 13 has no routines 5 and 6.
     void simEffect()
     {
@@ -312,34 +287,6 @@ private slots:
                                  s.bass, s.treble, s.auxLeft, s.auxRight, s.squelch, rig.sim->peek(0, 0x17)};
             QCOMPARE(got, (QList<int>{6, 2, -6, 3, 2, 130, 63, 7, 10, 27, 63, 40, 40}));
         }
-    }
-
-    // Cells 0, 63, 99 and a vacant one, written and read back unchanged, held where the
-    // receiver keeps them: a missing 0x1n byte would put them elsewhere.
-    void simMemories_data()
-    {
-        QTest::addColumn<int>("cell");
-        QTest::addColumn<QString>("record");
-        QTest::newRow("0") << 0 << "MEM000 00153000 1 01 @ @ 000 099 0 ";
-        QTest::newRow("63") << 63 << "MEM063 09410000 5 03 @ @ 253 045 1 ";
-        QTest::newRow("99") << 99 << "MEM099 29999990 7 06 @ @ 128 150 0 ";
-        QTest::newRow("3 vacant") << 3 << "XXX003 No data  @ @@ @ @ @@@ @@@ @ ";
-    }
-    void simMemories()
-    {
-        QFETCH(int, cell);
-        QFETCH(QString, record);
-        Rig rig;
-        rig.drv.setMemory(int16_t(cell), record);
-        QCOMPARE(rig.drv.Memory(int16_t(cell)), record);
-        const Ar7030Sim::MemoryCell m = rig.sim->memoryCell(cell);
-        const bool vacant = record.startsWith("XXX");
-        QVERIFY2(qAbs(m.khz - (vacant ? 32016.666 : record.mid(7, 8).toDouble() / 1000)) < kHalfStepKhz,
-                 qPrintable(QString::number(m.khz, 'f', 4)));
-        QCOMPARE(m.mode, record.mid(16, 1).toInt());
-        QCOMPARE(m.scanSkip, vacant || record.mid(33, 1) == QLatin1String("1"));
-        QCOMPARE(m.pbs & 0xFF, record.mid(25, 3).toInt());
-        QCOMPARE(m.squelchBfo, record.mid(29, 3).toInt());
     }
 
     // A receiver that does not answer reads 0; a level write goes on with 0 and still writes.

@@ -1,5 +1,5 @@
 // Numbers from the listener's files and from the wire that no integer can hold end in the
-// run-time error "Overflow" (6), never in a wrong byte; and the NRD-545's AGC read.
+// run-time error "Overflow" (6), never in a wrong byte.
 #include "core/session_clock.h"
 #include "core/settings_files.h"
 #include "core/shared_state.h"
@@ -104,26 +104,6 @@ private slots:
         };
         QVERIFY(use.contains(source));
         QCOMPARE(errorOf(use.value(source)), error);
-    }
-
-    // The set answers the two-letter echo and three digits, ten times the code.
-    void nrd545AgcRead_data()
-    {
-        QTest::addColumn<QByteArray>("reply");
-        QTest::addColumn<int>("code");
-        QTest::newRow("fastest") << QByteArray("NN010\r") << 1;
-        QTest::newRow("middle") << QByteArray("NN050\r") << 5;
-        QTest::newRow("slowest") << QByteArray("NN090\r") << 9;
-        QTest::newRow("half to even down") << QByteArray("NN045\r") << 4;
-        QTest::newRow("off reads as 1") << QByteArray("NN000\r") << 1;
-        QTest::newRow("above 9 reads as 9") << QByteArray("NN180\r") << 9;
-    }
-    void nrd545AgcRead()
-    {
-        QFETCH(QByteArray, reply);
-        QFETCH(int, code);
-        Line line(agcReply(reply), "4800,N,8,1");
-        QCOMPARE(int(clsNRD545(line.comm).Agcspeed()), code);
     }
 };
 

@@ -290,7 +290,9 @@ private slots:
         // Single values of the NRD-545: the plain reads leave the frame to the lock.
         rd("545 bwc", {545, true, "W", "W050\r", READ(r.d545().Bandwidthcontrol()), 50, {"W"}});
         rd("545 pbs framed", {545, false, "P", "P-120\r", READ(r.d545().PassBandShiftxxx()), -120, framedCmd("P")});
-        rd("545 agc rounds", {545, true, "NN", "N0055\r", READ(r.d545().Agcspeed()), 6, {"NN"}});
+        // The AGC read: ten times the code, halves to even, 0 up to 1, above 9 down to 9.
+        for (auto [reply, code] : {std::pair{"N0055\r", 6}, {"NN045\r", 4}, {"NN000\r", 1}, {"NN180\r", 9}})
+            QTest::addRow("545 agc %.5s", reply) << ReadCase{545, true, "NN", reply, READ(r.d545().Agcspeed()), code, {"NN"}};
         rd("545 frequency", {545, false, "F", "F0009600000\r", READ(r.d545().FrequencyA()), 9600.0, framedCmd("F")});
         rd("545 notch", {545, false, "GG", "GG-0016\r", READ(r.d545().nt(1)), -16, framedCmd("GG")});
         rd("545 pbs", {545, true, "P", "P+050\r", READ(r.d545().PassBandShift()), 50, {"P"}});

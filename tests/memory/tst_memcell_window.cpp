@@ -331,30 +331,13 @@ private slots:
         QTEST(memRecord[5].str(), "record");
     }
 
-    // The frequency as typed: a comma is a point, no number is zero, what does not fit is refused.
-    void frequencyInput_data()
+    // A frequency the record cannot hold is refused with a message, and the image stays.
+    void frequencyRefused()
     {
-        QTest::addColumn<QString>("typed");
-        QTest::addColumn<QString>("hz"); // empty: refused
-        QTest::newRow("no number") << "abc" << "00000000";
-        QTest::newRow("highest") << "99999.999" << "99999999";
-        QTest::newRow("100000 kHz") << "100000" << "";
-        QTest::newRow("negative") << "-1" << "";
-    }
-    void frequencyInput()
-    {
-        QFETCH(QString, typed);
-        QFETCH(QString, hz);
         CellRig rig(rxNRD535);
         auto w = rig.open(frmMemcell::Change);
         w->txtFrequency->clear();
-        QTest::keyClicks(w->txtFrequency, typed);
-        if (!hz.isEmpty()) {
-            rig.click(*w, 0);
-            VERIFY_DIALOGS_CLEAN(rig.env);
-            QCOMPARE(memField(memRecord[5], memfield::frequency), hz);
-            return;
-        }
+        QTest::keyClicks(w->txtFrequency, "100000");
         rig.env.dialogs->expectMsgBox("Frequency outside range");
         w->cmdToMMWorRM_Click(0);
         VERIFY_DIALOGS_CLEAN(rig.env);
@@ -369,12 +352,10 @@ private slots:
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("kept");
         const QString full(45, u'x');
-        QTest::newRow("45") << full << full;
         QTest::newRow("46th refused") << full + "y" << full;
         QTest::newRow("Latin-1") << "Radio Éireann ñ" << "Radio Éireann ñ";
         QTest::newRow("outside Latin-1") << "R\u0101dio \u20ac" << "Rdio ";
         QTest::newRow("tab") << "a\tb" << "ab";
-        QTest::newRow("line break") << "a\nb" << "ab";
     }
     void tagInput()
     {

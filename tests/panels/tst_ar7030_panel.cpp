@@ -105,7 +105,7 @@ private slots:
         QTest::newRow("mode button shows") << "click:cmdMode_6" << "lblMode" << "USB" << "";
         QTest::newRow("box 14230") << "type:14230" << "freq" << "14230.00" << "";
         QTest::newRow("box below") << "type:9.99" << "refused" << "0 Input Error" << "Frequency outside range";
-        QTest::newRow("box above") << "type:40000" << "refused" << "0 Input Error" << "Frequency outside range";
+        QTest::newRow("box above") << "type:32016.001" << "refused" << "0 Input Error" << "Frequency outside range";
         QTest::newRow("keypad shows") << "pad:6070.5" << "lblMfreq" << "6070.5" << "";
         QTest::newRow("keypad F") << "pad:6070.5 click:cmdEnterfreq" << "box" << "6070.50" << "";
         QTest::newRow("keypad F clears") << "pad:6070.5 click:cmdEnterfreq" << "lblMfreq" << "" << "";

@@ -1,6 +1,6 @@
 // The JRC panels and their windows driven as a listener drives them, against the simulated
 // receivers: options, the lock and its bars, modes that take controls away, the keyboard, the
-// keypad's memory recall, typing a frequency, the user settings and the DSP window.
+// keypad's memory recall, the user settings and the DSP window.
 #include "core/frmWelcome.h"
 #include "drivers/clsNRD535.h"
 #include "drivers/clsNRD545.h"
@@ -10,7 +10,6 @@
 #include "panels/frmNRD545.h"
 #include "panels/frmUserdefs.h"
 #include "panels/frmUserdefs545.h"
-#include "core/numtext.h"
 #include "panels/nrd_panel_logic.h"
 #include "sim/nrd_sim.h"
 #include "ui/widgets/spin_button.h"
@@ -28,21 +27,10 @@
 
 namespace {
 
-// A start window with the port map's "sim" on a JRC receiver; the panel is opened directly.
-struct NrdRig {
-    TestEnv env;
-    QTemporaryDir dir;
-    std::vector<std::unique_ptr<NrdSim>> sims;
-    std::unique_ptr<frmWelcome> welcome;
-    QPointer<frmPanelBase> panel;
-
-    NrdRig(int type, int options = 0)
+// The shared rig on a JRC receiver with the set-up's options; the panel is opened directly.
+struct NrdRig : PanelRig {
+    NrdRig(int type, int options = 0) : PanelRig(type)
     {
-        dirPath = dir.path() + "/";
-        computeFullDirTable();
-        rxType = int16_t(type);
-        slotCommPort() = 1;
-        slotStartstep() = 0; // "5"
         for (int i = 0; i < 4; ++i)
             slotNrdOption(i) = float((options >> i) & 1);
         slotAgctc(0) = 1;
@@ -50,35 +38,16 @@ struct NrdRig {
         slotAgctc(2) = 9;
         slotNrbc(0) = 50;
         slotNrbc(1) = 20;
-        remoteLock = remoteCommand = lockState = 0;
-        writeFile(dir.filePath("comports.ini"), "sim\r\n");
-        CommLine::setSimulatorFactory([this]() -> std::unique_ptr<SimDevice> {
-            if (rxType == rxNRD535)
-                sims.push_back(std::make_unique<Nrd535Sim>());
-            else
-                sims.push_back(std::make_unique<Nrd545Sim>());
-            return std::make_unique<SimOnLoan>(sims.back().get());
-        });
-        welcome = std::make_unique<frmWelcome>();
-        isOpen(Win::frmWelcome) = true;
         if (type == rxNRD535)
             welcome->hub.setDriver(type, std::make_unique<clsNRD535>(welcome->Comm1));
         else
             welcome->hub.setDriver(type, std::make_unique<clsNRD545>(welcome->Comm1));
     }
-
     ~NrdRig()
     {
         for (Win w : {Win::frmAdvancedDSP, Win::frmUserdefs, Win::frmUserdefs545})
             if (QWidget *x = frmWelcome::openWindow(w))
                 x->close();
-        if (panel) {
-            panel->close();
-            delete panel.data();
-        }
-        welcome.reset();
-        CommLine::setSimulatorFactory({});
-        remoteLock = remoteCommand = lockState = 0;
     }
 
     frmPanelBase *open()
@@ -92,9 +61,8 @@ struct NrdRig {
     frmNRD535 *p535() { return qobject_cast<frmNRD535 *>(panel ? panel.data() : open()); }
     frmNRD545 *p545() { return qobject_cast<frmNRD545 *>(panel ? panel.data() : open()); }
 
-    NrdSim &sim() { return *sims.back(); }
-    Nrd545Sim &sim545() { return static_cast<Nrd545Sim &>(*sims.back()); }
-    SimBackend *line() const { return qobject_cast<SimBackend *>(welcome->Comm1.backend()); }
+    NrdSim &sim() { return *nrds.back(); }
+    Nrd545Sim &sim545() { return static_cast<Nrd545Sim &>(*nrds.back()); }
     QByteArray wire() const { return line() ? line()->written : QByteArray(); }
 
     // The commands that went out after position from, CR-separated, without the remote frame.
@@ -323,38 +291,6 @@ private slots:
                 QCOMPARE(p->txtFrequencyA->text(), QLatin1String(e.tuned));
             }
         }
-    }
-
-    // A frequency typed into the box and Enter tunes the set; outside the limits it is refused.
-    void typedFrequency_data()
-    {
-        QTest::addColumn<int>("type");
-        QTest::addColumn<QString>("refused");
-        QTest::addColumn<QString>("typed");
-        QTest::newRow("535") << int(rxNRD535) << "30000" << "9600";
-        QTest::newRow("545") << int(rxNRD545) << "9.999" << "15100.5";
-    }
-    void typedFrequency()
-    {
-        QFETCH(int, type);
-        QFETCH(QString, refused);
-        QFETCH(QString, typed);
-        NrdRig rig(type);
-        frmPanelBase *p = rig.open();
-        auto type_ = [&](const QString &text) {
-            p->txtFrequencyA->clear();
-            QTest::keyClicks(p->txtFrequencyA, text);
-            QTest::keyClick(p->txtFrequencyA, Qt::Key_Return);
-        };
-        rig.env.dialogs->expectMsgBox("Frequency outside range");
-        type_(refused);
-        VERIFY_DIALOGS_CLEAN(rig.env);
-        QCOMPARE(khz3(rig.sim().frequencyKhz()), QString("10000.000"));
-        type_(typed);
-        const QString tuned = khz3(numtext::Val(typed));
-        QCOMPARE(khz3(rig.sim().frequencyKhz()), tuned);
-        QCOMPARE(p->txtFrequencyA->text(), tuned);
-        VERIFY_DIALOGS_CLEAN(rig.env);
     }
 
     // Every modifier group of each panel's table at least once. A row is a script of steps on

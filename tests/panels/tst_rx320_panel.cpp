@@ -1,5 +1,5 @@
 // The RX-320 panel against the simulated receiver: its settings file across sessions, its
-// filter groups, its keyboard, typing, and muting.
+// filter groups, its keyboard, and muting.
 #include "core/frmWelcome.h"
 #include "core/textfile.h"
 #include "drivers/clsRX320.h"
@@ -162,25 +162,6 @@ private slots:
             {"freq", [&] { return QString::number(tunedKhz(rig.rx()), 'f', 3); }}};
         QCOMPARE(probes.contains(probe) ? probes[probe]() : p->findChild<QLabel *>(probe)->text(), expected);
         VERIFY_DIALOGS_CLEAN(rig.env);
-    }
-
-    void typingTunesAndRefusesOutOfRange()
-    {
-        PanelRig rig(rxRX320);
-        writeFile(rig.dir.filePath("rx320settings.ini"), settingsLines(kAmWide));
-        frmRX320 *p = rig.open<frmRX320>();
-        rig.typeFrequency("9410");
-        QCOMPARE(QString::number(tunedKhz(rig.rx()), 'f', 3), QString("9410.000"));
-        QCOMPARE(p->txtFrequencyA->text(), QString("9410.000"));
-        for (const char *bad : {"99.999", "30000.001"}) {
-            rig.env.dialogs->expectMsgBox("Frequency outside range");
-            const qsizetype before = rig.wireSize();
-            rig.typeFrequency(bad);
-            QCOMPARE(rig.wireSize(), before);
-            QCOMPARE(rig.env.dialogs->shown.last().title, QString("Input Error"));
-        }
-        VERIFY_DIALOGS_CLEAN(rig.env);
-        QCOMPARE(QString::number(tunedKhz(rig.rx()), 'f', 3), QString("9410.000"));
     }
 
     void menuDifferences()

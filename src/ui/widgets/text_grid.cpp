@@ -43,6 +43,18 @@ void TextGridModel::insert(int i, const QStringList &row)
 
 void TextGridModel::append(const QStringList &row) { insert(int(rows_.size()), row); }
 
+void TextGridModel::assign(std::vector<QStringList> rows)
+{
+    beginResetModel();
+    rows_ = std::move(rows);
+    for (QStringList &r : rows_)
+        if (r.size() != columns_)
+            r.resize(columns_);
+    if (rows_.empty())
+        rows_.assign(1, QStringList(columns_));
+    endResetModel();
+}
+
 void TextGridModel::replace(int r, const QStringList &row)
 {
     if (r < 0 || r >= int(rows_.size()))

@@ -25,6 +25,9 @@ public:
     // At position i, or at the end where the grid is shorter.
     void insert(int i, const QStringList &row);
     void append(const QStringList &row);
+    // Every row at once, in one reset of the views (a long list is filled in one step); no rows
+    // leave the one blank row.
+    void assign(std::vector<QStringList> rows);
     void replace(int r, const QStringList &row);
     void setText(int row, int col, const QString &text);
     // Empty outside the grid.
