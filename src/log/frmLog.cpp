@@ -270,17 +270,14 @@ int frmLog::columnTwips(int col) const
 void frmLog::FillLogGrid()
 {
     setCursor(Qt::WaitCursor);
-    TextGridModel *rows = grdLog->rows();
-    rows->clear();
+    // The old rows go first: the new ones then take the memory they leave.
+    grdLog->rows()->clear();
     ensureRows();
-    // Rows go in without a signal each (tens of thousands of them); the view then learns the
-    // new row count at once.
-    emit rows->layoutAboutToBeChanged();
-    rows->blockSignals(true);
+    // Row 0 is the fixed row; the records follow it.
+    std::vector<QStringList> rows(size_t(logCount) + 2);
     for (int32_t r = 0; r <= logCount; ++r)
-        rows->append(gridRow(logRecords[size_t(r)], r, logMask));
-    rows->blockSignals(false);
-    emit rows->layoutChanged();
+        rows[size_t(r) + 1] = gridRow(logRecords[size_t(r)], r, logMask);
+    grdLog->rows()->assign(std::move(rows));
     hideFixedRow();
     unsetCursor();
 }
@@ -395,6 +392,9 @@ void frmLog::cmdSort_Click()
 void frmLog::logReader()
 {
     setCursor(Qt::WaitCursor);
+    // The shown rows hold the old log's texts: they go before the new log is read.
+    grdLog->rows()->clear();
+    hideFixedRow();
     loadLogFile(chosenFilePath());
     lblDbname->setText(chosenFileTable[kLogKind]);
     FillLogGrid();
