@@ -88,8 +88,8 @@ int formatLength(const QString &mask);
 // "00000", else "00000.000"; the rest as typed. nullopt when the stored text would be longer
 // than the field's width.
 std::optional<QString> storedField(int n, const QString &typed);
-// Boxes that take digits only (date, times, SINPO) and the frequency box's number rule: true
-// when typed may stand in box n.
+// The time boxes take digits only, the frequency box a number ("," or "." once); the rest take
+// anything: true when typed may stand in box n.
 bool acceptableTyping(int n, const QString &typed);
 
 // --- sort ---

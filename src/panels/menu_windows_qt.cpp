@@ -7,6 +7,7 @@
 #include "data/frmBdxc.h"
 #include "data/frmOwn.h"
 #include "log/frmLast20.h"
+#include "log/frmLog.h"
 #include "log/frmMarkfreqs.h"
 #include "log/frmScratchpad.h"
 #include "memory/frmMemman.h"
@@ -51,6 +52,7 @@ const std::vector<MenuWindow> &menuWindows()
         {"mnuOwn", [](frmPanelBase &) { frmOwn::open(); }},
         {"mnu320Files", [](frmPanelBase &) { frm320Files::open(); }},
         {"mnuLast20", [](frmPanelBase &) { frmLast20::open(); }},
+        {"mnuLog", [](frmPanelBase &) { frmLog::open(); }},
         // The RX-320's menu knows the marked frequencies and the scratchpad under names of its own.
         {"mnuMaqrkfreqs", [](frmPanelBase &) { frmMarkfreqs::open(); }, {rxNone, rxAR7030, rxNRD535, rxNRD545}},
         {"mnuMarkfreqs", [](frmPanelBase &) { frmMarkfreqs::open(); }, {rxRX320}},

@@ -102,7 +102,7 @@ const QStringList kThree = {"20261102|1905|1930|05975|45444|Eng|Radio Tarnholm",
                             "20261102|2010|2025|07490|34333|Eng|Evening Gospel",
                             "20261103|0615|0630|11690|44444|Ara|Radio Jordanel"};
 
-struct FormCase { int row; QString edits, button, grid, message; }; // row -1: a new record
+struct FormCase { int row; QString edits, button, grid, message = {}; }; // row -1: a new record
 struct DeleteCase { int count, row, answer; QString question; QStringList numbersAndFrequencies; };
 struct SaveCase { QString button, name; QList<int> answers; QStringList prompts; bool written, saveAs, open; };
 struct ColumnsCase { QByteArray mask; QString titles, row; int length; };
