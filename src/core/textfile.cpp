@@ -17,19 +17,7 @@ namespace textfile {
 QStringList splitLines(const QByteArray &bytes)
 {
     QStringList lines;
-    qsizetype start = 0;
-    const qsizetype n = bytes.size();
-    for (qsizetype i = 0; i < n; ++i) {
-        const char c = bytes[i];
-        if (c == '\r' || c == '\n') {
-            lines << QString::fromLatin1(bytes.constData() + start, i - start);
-            if (c == '\r' && i + 1 < n && bytes[i + 1] == '\n')
-                ++i;
-            start = i + 1;
-        }
-    }
-    if (start < n)
-        lines << QString::fromLatin1(bytes.constData() + start, n - start);
+    forEachLine(bytes, [&](const char *d, qsizetype n) { lines << QString::fromLatin1(d, n); });
     return lines;
 }
 

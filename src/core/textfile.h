@@ -13,6 +13,25 @@ namespace textfile {
 // without an ending is a line; nothing after the last ending is not.
 QStringList readLines(QIODevice &in);
 QStringList splitLines(const QByteArray &bytes);
+// The same lines as splitLines, each handed to f as its bytes (data, size) without a copy.
+template <class F>
+void forEachLine(const QByteArray &bytes, F &&f)
+{
+    const char *d = bytes.constData();
+    const qsizetype n = bytes.size();
+    qsizetype start = 0;
+    for (qsizetype i = 0; i < n; ++i) {
+        const char c = d[i];
+        if (c == '\r' || c == '\n') {
+            f(d + start, i - start);
+            if (c == '\r' && i + 1 < n && d[i + 1] == '\n')
+                ++i;
+            start = i + 1;
+        }
+    }
+    if (start < n)
+        f(d + start, n - start);
+}
 
 // Lines joined, each ended by CR LF, as Latin-1 bytes.
 QByteArray joinLines(const QStringList &lines);

@@ -273,11 +273,10 @@ void frmLog::FillLogGrid()
     // The old rows go first: the new ones then take the memory they leave.
     grdLog->rows()->clear();
     ensureRows();
-    // Row 0 is the fixed row; the records follow it.
-    std::vector<QStringList> rows(size_t(logCount) + 2);
-    for (int32_t r = 0; r <= logCount; ++r)
-        rows[size_t(r) + 1] = gridRow(logRecords[size_t(r)], r, logMask);
-    grdLog->rows()->assign(std::move(rows));
+    // Row 0 is the fixed row; the records follow it, each made when it comes into view.
+    grdLog->rows()->assignSource(int(logCount) + 2, [](int r) {
+        return r == 0 || size_t(r - 1) >= logRecords.size() ? QStringList() : gridRow(logRecords[size_t(r - 1)], r - 1, logMask);
+    });
     hideFixedRow();
     unsetCursor();
 }

@@ -6,7 +6,9 @@
 #include "core/shell_sort.h"
 #include "core/textfile.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 
 namespace logbook {
 
@@ -48,15 +50,19 @@ QString recordNumber(int32_t row)
 
 std::vector<Record> readLog(const QByteArray &bytes, int32_t lastRow)
 {
-    const QStringList lines = textfile::splitLines(bytes);
-    if (lines.size() > int64_t(lastRow) + 1)
-        throw RuntimeError::subscriptOutOfRange();
-    std::vector<Record> rows(size_t(lines.size()));
-    for (qsizetype i = 0; i < lines.size(); ++i) {
-        const QString &line = lines[i];
-        for (int n = 0; n < kFields; ++n)
-            rows[size_t(i)][size_t(n)] = line.mid(kFieldSpecs[size_t(n)].start - 1, kFieldSpecs[size_t(n)].width);
-    }
+    std::vector<Record> rows;
+    rows.reserve(size_t(std::min<qsizetype>(bytes.count('\n') + 1, qsizetype(lastRow) + 1)));
+    textfile::forEachLine(bytes, [&](const char *d, qsizetype n) {
+        if (int64_t(rows.size()) > int64_t(lastRow))
+            throw RuntimeError::subscriptOutOfRange();
+        Record &r = rows.emplace_back();
+        // Cut by the columns straight from the bytes, without trimming: a short line gives what it has.
+        for (int f = 0; f < kFields; ++f) {
+            const qsizetype from = kFieldSpecs[size_t(f)].start - 1;
+            if (from < n)
+                r[size_t(f)] = QString::fromLatin1(d + from, std::min<qsizetype>(kFieldSpecs[size_t(f)].width, n - from));
+        }
+    });
     return rows;
 }
 
@@ -181,21 +187,51 @@ QString sortKey(const Record &r, int option)
     return key.toUpper();
 }
 
+namespace {
+// A sort key as the passes compare it: its first eight bytes as one number for the common case,
+// all of its bytes (in one shared buffer) where those are equal; and the row it belongs to, so
+// the passes move keys and the rows move once at the end.
+struct PackedKey {
+    uint64_t head;
+    uint32_t offset;
+    uint32_t size;
+    uint32_t row;
+};
+} // namespace
+
 void sortLog(std::vector<Record> &rows, int32_t last, int option)
 {
     if (option < 0 || option >= int(kSortKeys.size()) || last < 1)
         return;
     last = std::min(last, int32_t(rows.size()) - 1);
-    // Keys as Latin-1 bytes: compared by character code, made once per row.
-    std::vector<QByteArray> keys(size_t(last) + 1);
-    for (int32_t i = 0; i <= last; ++i)
-        keys[size_t(i)] = sortKey(rows[size_t(i)], option).toLatin1();
+    QByteArray bytes;
+    std::vector<PackedKey> keys(size_t(last) + 1);
+    for (int32_t i = 0; i <= last; ++i) {
+        // Latin-1 bytes compare by character code, as the texts do.
+        const QByteArray k = sortKey(rows[size_t(i)], option).toLatin1();
+        uint64_t head = 0;
+        for (int b = 0; b < 8; ++b)
+            head = head << 8 | (b < k.size() ? uint8_t(k[b]) : 0);
+        keys[size_t(i)] = {head, uint32_t(bytes.size()), uint32_t(k.size()), uint32_t(i)};
+        bytes += k;
+    }
+    const char *base = bytes.constData();
+    const auto greater = [&](const PackedKey &a, const PackedKey &b) {
+        if (a.head != b.head)
+            return a.head > b.head;
+        const int c = std::memcmp(base + a.offset, base + b.offset, std::min(a.size, b.size));
+        return c != 0 ? c > 0 : a.size > b.size;
+    };
     shellSort(
-        last, [&](int32_t a, int32_t b) { return keys[size_t(a)] > keys[size_t(b)]; },
-        [&](int32_t a, int32_t b) {
-            std::swap(keys[size_t(a)], keys[size_t(b)]);
-            std::swap(rows[size_t(a)], rows[size_t(b)]);
-        });
+        last, [&](int32_t a, int32_t b) { return greater(keys[size_t(a)], keys[size_t(b)]); },
+        [&](int32_t a, int32_t b) { std::swap(keys[size_t(a)], keys[size_t(b)]); });
+    std::vector<Record> sorted;
+    sorted.reserve(rows.size());
+    for (const PackedKey &k : keys)
+        sorted.push_back(std::move(rows[k.row]));
+    for (size_t i = keys.size(); i < rows.size(); ++i)
+        sorted.push_back(std::move(rows[i]));
+    rows = std::move(sorted);
 }
 
 } // namespace logbook

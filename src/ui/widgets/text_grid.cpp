@@ -9,15 +9,29 @@ TextGridModel::TextGridModel(int columns, QObject *parent)
 {
 }
 
-int TextGridModel::rowCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : int(rows_.size()); }
+int TextGridModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : sourceCount_ + int(rows_.size());
+}
 
 int TextGridModel::columnCount(const QModelIndex &parent) const { return parent.isValid() ? 0 : columns_; }
+
+const QStringList &TextGridModel::row(int r) const
+{
+    if (r >= sourceCount_)
+        return rows_[size_t(r - sourceCount_)];
+    if (r != cachedRow_) {
+        cached_ = fitted(source_(r));
+        cachedRow_ = r;
+    }
+    return cached_;
+}
 
 QVariant TextGridModel::data(const QModelIndex &index, int role) const
 {
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::AccessibleTextRole))
         return {};
-    return rows_[size_t(index.row())][index.column()];
+    return row(index.row())[index.column()];
 }
 
 QStringList TextGridModel::fitted(QStringList row) const
@@ -26,26 +40,52 @@ QStringList TextGridModel::fitted(QStringList row) const
     return row;
 }
 
+void TextGridModel::materialize()
+{
+    if (!source_)
+        return;
+    std::vector<QStringList> all;
+    all.resize(size_t(sourceCount_));
+    for (int r = 0; r < sourceCount_; ++r)
+        all[size_t(r)] = fitted(source_(r));
+    all.insert(all.end(), std::make_move_iterator(rows_.begin()), std::make_move_iterator(rows_.end()));
+    rows_ = std::move(all);
+    source_ = {};
+    sourceCount_ = 0;
+    cachedRow_ = -1;
+    cached_.clear();
+}
+
 void TextGridModel::clear()
 {
     beginResetModel();
+    source_ = {};
+    sourceCount_ = 0;
+    cachedRow_ = -1;
+    cached_.clear();
     rows_.assign(1, QStringList(columns_));
     endResetModel();
 }
 
 void TextGridModel::insert(int i, const QStringList &row)
 {
-    const int at = std::clamp(i, 0, int(rows_.size()));
+    const int at = std::clamp(i, 0, rowCount());
+    if (at < sourceCount_)
+        materialize();
     beginInsertRows({}, at, at);
-    rows_.insert(rows_.begin() + at, fitted(row));
+    rows_.insert(rows_.begin() + (at - sourceCount_), fitted(row));
     endInsertRows();
 }
 
-void TextGridModel::append(const QStringList &row) { insert(int(rows_.size()), row); }
+void TextGridModel::append(const QStringList &row) { insert(rowCount(), row); }
 
 void TextGridModel::assign(std::vector<QStringList> rows)
 {
     beginResetModel();
+    source_ = {};
+    sourceCount_ = 0;
+    cachedRow_ = -1;
+    cached_.clear();
     rows_ = std::move(rows);
     for (QStringList &r : rows_)
         if (r.size() != columns_)
@@ -55,27 +95,46 @@ void TextGridModel::assign(std::vector<QStringList> rows)
     endResetModel();
 }
 
+void TextGridModel::assignSource(int count, std::function<QStringList(int)> rowAt)
+{
+    if (count <= 0 || !rowAt) {
+        assign({});
+        return;
+    }
+    beginResetModel();
+    rows_.clear();
+    source_ = std::move(rowAt);
+    sourceCount_ = count;
+    cachedRow_ = -1;
+    cached_.clear();
+    endResetModel();
+}
+
 void TextGridModel::replace(int r, const QStringList &row)
 {
-    if (r < 0 || r >= int(rows_.size()))
+    if (r < 0 || r >= rowCount())
         return;
-    rows_[size_t(r)] = fitted(row);
+    if (r < sourceCount_)
+        materialize();
+    rows_[size_t(r - sourceCount_)] = fitted(row);
     emit dataChanged(index(r, 0), index(r, columns_ - 1));
 }
 
 void TextGridModel::setText(int row, int col, const QString &text)
 {
-    if (row < 0 || row >= int(rows_.size()) || col < 0 || col >= columns_)
+    if (row < 0 || row >= rowCount() || col < 0 || col >= columns_)
         return;
-    rows_[size_t(row)][col] = text;
+    if (row < sourceCount_)
+        materialize();
+    rows_[size_t(row - sourceCount_)][col] = text;
     emit dataChanged(index(row, col), index(row, col));
 }
 
-QString TextGridModel::text(int row, int col) const
+QString TextGridModel::text(int r, int col) const
 {
-    if (row < 0 || row >= int(rows_.size()) || col < 0 || col >= columns_)
+    if (r < 0 || r >= rowCount() || col < 0 || col >= columns_)
         return {};
-    return rows_[size_t(row)][col];
+    return row(r)[col];
 }
 
 int twipsToPixels(int twips) { return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel; }

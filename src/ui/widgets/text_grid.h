@@ -6,6 +6,7 @@
 #include <QAbstractTableModel>
 #include <QStringList>
 #include <QTableView>
+#include <functional>
 #include <initializer_list>
 #include <vector>
 
@@ -28,6 +29,10 @@ public:
     // Every row at once, in one reset of the views (a long list is filled in one step); no rows
     // leave the one blank row.
     void assign(std::vector<QStringList> rows);
+    // The first count rows made by rowAt only when they are looked at (a long list is shown at
+    // once, and only what is on screen is ever made); rows added later follow them. Changing one
+    // of those rows makes them all. count 0 leaves the one blank row.
+    void assignSource(int count, std::function<QStringList(int)> rowAt);
     void replace(int r, const QStringList &row);
     void setText(int row, int col, const QString &text);
     // Empty outside the grid.
@@ -35,8 +40,15 @@ public:
 
 private:
     QStringList fitted(QStringList row) const;
+    const QStringList &row(int r) const;
+    // The source's rows made and stored, before one of them changes.
+    void materialize();
     int columns_;
-    std::vector<QStringList> rows_;
+    std::vector<QStringList> rows_; // after the source's rows, when there is a source
+    std::function<QStringList(int)> source_;
+    int sourceCount_ = 0;
+    mutable int cachedRow_ = -1;
+    mutable QStringList cached_;
 };
 
 // Twips to whole pixels, rounded.
