@@ -233,6 +233,7 @@ FtlListWindow::FtlListWindow(const Look &look) : look_(look)
     txtFrequencyA->setToolTip(tr("Frequency in kHz: Enter tunes, a double click empties"));
     cmdHeigh->setToolTip(tr("A taller or shorter list"));
     cmdHeigh->setAutoDefault(false);
+    cmdHeigh->setFixedWidth(QFontMetrics(font()).horizontalAdvance(QStringLiteral("S")) + 24);
     cmdPanel->setIcon(QIcon(images::receiver()));
     cmdPanel->setIconSize(QSize(32, 24));
     cmdPanel->setToolTip(tr("Receiver panel"));
@@ -272,6 +273,9 @@ FtlListWindow::FtlListWindow(const Look &look) : look_(look)
     if (cmdSort)
         buttons->addWidget(cmdSort);
     buttons->addWidget(cmdScan);
+    auto *delayLabel = new QLabel(tr("Delay (s)"), this);
+    delayLabel->setBuddy(txtScandelay);
+    buttons->addWidget(delayLabel);
     buttons->addWidget(txtScandelay);
     buttons->addStretch(1);
     buttons->addWidget(txtFrequencyA);
