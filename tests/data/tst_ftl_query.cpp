@@ -32,10 +32,10 @@ QString shown()
 }
 
 // "7255*3,5975" is three rows of 7255 then one of 5975.
-std::vector<double> rowsOf(const QString &spec)
+std::vector<double> rowsOf(const QString &pattern)
 {
     std::vector<double> out;
-    for (const QString &piece : spec.split(',')) {
+    for (const QString &piece : pattern.split(',')) {
         const QStringList p = piece.split('*');
         for (int i = 0; i < (p.size() > 1 ? p[1].toInt() : 1); ++i)
             out.push_back(p[0].toDouble());
