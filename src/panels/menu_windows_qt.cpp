@@ -4,7 +4,9 @@
 #include "core/paths.h"
 #include "core/shared_state.h"
 #include "data/frm320Files.h"
+#include "data/frmAero2rx.h"
 #include "data/frmBdxc.h"
+#include "data/frmIlg2rx.h"
 #include "data/frmOwn.h"
 #include "log/frmLast20.h"
 #include "log/frmLog.h"
@@ -51,6 +53,8 @@ const std::vector<MenuWindow> &menuWindows()
         {"mnuBdxc", [](frmPanelBase &) { frmBdxc::open(); }},
         {"mnuOwn", [](frmPanelBase &) { frmOwn::open(); }},
         {"mnu320Files", [](frmPanelBase &) { frm320Files::open(); }},
+        {"mnuIlg2Rx", [](frmPanelBase &) { frmIlg2rx::open(); }},
+        {"mnuAero2rx", [](frmPanelBase &) { frmAero2rx::open(); }},
         {"mnuLast20", [](frmPanelBase &) { frmLast20::open(); }},
         {"mnuLog", [](frmPanelBase &) { frmLog::open(); }},
         // The RX-320's menu knows the marked frequencies and the scratchpad under names of its own.
