@@ -1,6 +1,7 @@
 // The schedule list windows on 50,000-line files: from the load window's OK (the kind's reader run
 // as it runs it) to the rows painted, for a club list shown whole and by a time, an own list and a
 // ".320" file. Median and worst of five against 100 ms.
+#include "bench_report.h"
 #include "core/shared_state.h"
 #include "data/file_store.h"
 #include "data/frm320Files.h"
@@ -82,14 +83,6 @@ QByteArray file320()
     return out;
 }
 
-void report(const char *op, std::vector<double> ms, int rows)
-{
-    std::sort(ms.begin(), ms.end());
-    const double median = ms[ms.size() / 2];
-    std::printf("%-34s median %8.1f ms  worst %8.1f  limit %6.1f  ratio %.3f  (%d rows)\n", op, median, ms.back(),
-                kLimitMs, median / kLimitMs, rows);
-}
-
 // The reader of the kind run as the load window's OK runs it, then the window painted.
 void measure(const char *op, ScheduleListWindow *w, int kind, const QString &name)
 {
@@ -104,7 +97,7 @@ void measure(const char *op, ScheduleListWindow *w, int kind, const QString &nam
         w->grab();
         ms.push_back(double(t.nsecsElapsed()) / 1e6);
     }
-    report(op, ms, w->dataGrid()->model()->rowCount() - 1);
+    reportRuns(op, ms, kLimitMs, w->dataGrid()->model()->rowCount() - 1);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 // The log window with a log of 50,000 records: loaded and shown, saved, and sorted by each key
 // from a shuffled order, through the window's own reader, writer and sort window.
+#include "bench_report.h"
 #include "core/shared_state.h"
 #include "data/file_store.h"
 #include "log/frmLog.h"
@@ -24,14 +25,6 @@ using namespace logbook;
 namespace {
 constexpr int kRuns = 5;
 constexpr int kRecords = 50000;
-
-void report(const char *op, std::vector<double> ms, double limit)
-{
-    std::sort(ms.begin(), ms.end());
-    const double median = ms[ms.size() / 2];
-    std::printf("%-34s median %9.1f ms  worst %9.1f  limit %9.1f  ratio %.3f\n", op, median, ms.back(), limit,
-                median / limit);
-}
 
 std::vector<double> timed(const std::function<void()> &prepare, const std::function<void()> &op)
 {
@@ -107,13 +100,13 @@ int main(int argc, char **argv)
     };
     paint();
 
-    report("log of 50,000 loaded and shown", timed([] {}, [&] {
+    reportRuns("log of 50,000 loaded and shown", timed([] {}, [&] {
                fileType = 4;
                runReader();
                paint();
            }),
            100);
-    report("log of 50,000 saved", timed([] {}, [&] {
+    reportRuns("log of 50,000 saved", timed([] {}, [&] {
                fileType = 4;
                runWriter();
            }),
@@ -135,7 +128,7 @@ int main(int argc, char **argv)
             sort->cmdOK->click();
             paint();
         });
-        report(keys[option], ms, 300);
+        reportRuns(keys[option], ms, 300);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     log->close();

@@ -1,6 +1,7 @@
 // The ILG list window on a 50,000-record .FTL file: from the load window's OK (the kind 3 reader
 // run as it runs it) to the rows painted, and a query from its search button to the list painted.
 // Median and worst of five against 100 ms.
+#include "bench_report.h"
 #include "core/shared_state.h"
 #include "data/file_store.h"
 #include "data/frmIlg2rx.h"
@@ -60,14 +61,6 @@ QByteArray ftlFile()
     return out;
 }
 
-void report(const char *op, std::vector<double> ms, int rows)
-{
-    std::sort(ms.begin(), ms.end());
-    const double median = ms[ms.size() / 2];
-    std::printf("%-34s median %8.1f ms  worst %8.1f  limit %6.1f  ratio %.3f  (%d rows)\n", op, median, ms.back(),
-                kLimitMs, median / kLimitMs, rows);
-}
-
 void measure(const char *op, frmIlg2rx *w, const std::function<void()> &action)
 {
     std::vector<double> ms;
@@ -79,7 +72,7 @@ void measure(const char *op, frmIlg2rx *w, const std::function<void()> &action)
         w->grab();
         ms.push_back(double(t.nsecsElapsed()) / 1e6);
     }
-    report(op, ms, w->shownRows());
+    reportRuns(op, ms, kLimitMs, w->shownRows());
 }
 
 } // namespace
