@@ -73,6 +73,19 @@ Record Table::record(int i) const
     return r;
 }
 
+QStringList convert(const Table &table, const Include &include)
+{
+    QStringList out;
+    for (int i = 0; i < table.recordCount(); ++i) {
+        if (table.isDeleted(i))
+            continue;
+        const Record r = table.record(i);
+        if (admitted(r, include))
+            out << ftlLine(r);
+    }
+    return out;
+}
+
 QString ftlPath(const QString &fileName) { return dirPath + QStringLiteral("rx2db\\") + fileName; }
 
 } // namespace ilg

@@ -4,6 +4,7 @@
 #include "data/dbf_table.h"
 
 #include <QString>
+#include <QStringList>
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -57,6 +58,10 @@ private:
     DbfTable dbf_;
     std::array<int, FieldCount> index_{};
 };
+
+// Every record of a table that a conversion with these boxes takes, as FTL lines, in table order.
+class Table;
+QStringList convert(const Table &table, const Include &include);
 
 // An FTL file by its name ("ILGSDATA.FTL", "aero.ftl") in "RX2DB\" under the data directory; an
 // existing file of that name in another case is the one replaced.

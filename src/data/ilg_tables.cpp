@@ -120,30 +120,33 @@ QVector<ilg::Record> many(int count)
 
 QStringList aeroList()
 {
-    // Columns 1-8 frequency, 9-16 times, 17-38 network, then the station and its remarks.
-    auto line = [](const QString &freq, const QString &times, const QString &net, const QString &rest) {
-        return freq.leftJustified(8) + times.leftJustified(8) + net.leftJustified(22) + " " + rest;
+    // Columns 1-8 frequency, 9-16 hours, 17-38 network, 39 blank, then the station and remarks;
+    // a remark of its own starts at column 40, under the columns it takes from the line before.
+    auto line = [](const QString &freq, const QString &hours, const QString &net, const QString &rest) {
+        return freq.leftJustified(8) + hours.leftJustified(8) + net.leftJustified(22) + " " + rest;
     };
+    const QString more(39, QLatin1Char(' '));
     return {
         "AEROLIST - invented aeronautical frequencies for the Brelvox demo",
-        "Frequencies in kHz, times UTC.",
+        "Frequencies in kHz, hours UTC.",
         "",
-        line("1000", "", "Scale note", "values of 1000 are not stations"),
+        line("1000", "", "Scale note", "a value of 1000 is never a station"),
         line("2850", "H24", "CAR-A Brelland", "Brelland Radio, primary"),
-        line("2850", "H24", "CAR-A Brelland", "Orlina Radio, secondary"),
-        "        continuation of the line before: relay via Castlehill, a long note",
-        "        second continuation, also long enough to take the columns before",
+        more + "Orlina Radio, secondary",
+        more + "Castlehill Radio, relay",
         "short",
-        "        after a short line nothing is carried: this stays unprinted here",
+        more + "after a short line nothing is carried",
         line("3016", "H24", "NAT-A North Atlantic", "Gander, Shanwick"),
         line("1000", "", "Scale note", "dropped inside the list too"),
-        line("3476", "0600-2000", "AFI-2 Kumasi", "Kumasi, Tema"),
+        more + "carried from the line of 1000: dropped",
+        line("3476", "06-20", "AFI-2 Kumasi", "Kumasi, Tema"),
         line("5598", "H24", "NAT-A North Atlantic", "Gander, Shanwick, Reykholt"),
         line("5598", "H24", "NAT-A North Atlantic", "Santa Maria"),
         line("6586", "H24", "CAR-A Brelland", "Brelland Radio"),
         line("8855", "H24", "NAT-B Tarnholm", "Tarnholm, Bodvik"),
         line("10000", "H24", "VOLMET Time", "standard frequency, heard on the demo band"),
-        line("11690", "0600-1400", "MID-1 Jordanel", "Al Karana, Bahrel"),
+        line("11690", "06-14", "MID-1 Jordanel", "Al Karana, Bahrel"),
+        more + "Jordanel Air, evenings",
         line("13288", "H24", "VOLMET Tarnholm", "weather for Tarnholm"),
         line("17946", "H24", "NAT World", "Shanwick"),
     };
