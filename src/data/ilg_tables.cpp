@@ -8,11 +8,12 @@ namespace ilgtables {
 
 namespace {
 struct Column { char type; int width; int decimals; };
-// FREQ numeric wide enough for six digits; STATION wider than the record's 22 columns.
+// FREQ numeric wide enough for six digits; the text columns wider than the record's, so that
+// the record's cuts show.
 constexpr std::array<Column, ilg::FieldCount> kColumns = {{
-    {'N', 9, 2}, {'C', 9, 0}, {'C', 30, 0}, {'C', 10, 0}, {'C', 20, 0}, {'C', 8, 0}, {'C', 5, 0}, {'C', 6, 0},
+    {'N', 9, 2}, {'C', 12, 0}, {'C', 30, 0}, {'C', 12, 0}, {'C', 25, 0}, {'C', 10, 0}, {'C', 8, 0}, {'C', 8, 0},
     {'C', 2, 0}, {'C', 2, 0}, {'C', 2, 0}, {'C', 2, 0}, {'C', 2, 0}, {'C', 2, 0}, {'C', 2, 0}, {'C', 2, 0}, {'C', 2, 0},
-    {'C', 15, 0}, {'C', 15, 0}, {'C', 1, 0}}};
+    {'C', 20, 0}, {'C', 20, 0}, {'C', 2, 0}}};
 
 const QStringList kAreas = {"NA", "CA", "SA", "EU", "AF", "ME", "AS", "AU", "PA"};
 
