@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 #include <shapefil.h>
 
 namespace {
@@ -20,7 +21,12 @@ bool DbfTable::open(const QString &path)
     if (!QFile::exists(path) || QFileInfo(path).isDir())
         return false;
     handle_ = DBFOpen(name.constData(), "rb");
-    return handle_ != nullptr;
+    if (!handle_)
+        return false;
+    const DBFHandle t = h(handle_);
+    const qint64 room = t->nRecordLength > 0 ? (QFileInfo(path).size() - t->nHeaderLength) / t->nRecordLength : 0;
+    records_ = int(std::clamp<qint64>(room, 0, std::max(0, t->nRecords)));
+    return true;
 }
 
 void DbfTable::close()
@@ -28,9 +34,8 @@ void DbfTable::close()
     if (handle_)
         DBFClose(h(handle_));
     handle_ = nullptr;
+    records_ = 0;
 }
-
-int DbfTable::recordCount() const { return handle_ ? DBFGetRecordCount(h(handle_)) : 0; }
 
 int DbfTable::fieldIndex(const QString &name) const
 {

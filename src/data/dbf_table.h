@@ -17,7 +17,9 @@ public:
     void close();
     bool isOpen() const { return handle_ != nullptr; }
 
-    int recordCount() const;
+    // The records the file holds: a header that claims more than the file has room for is
+    // believed only as far as the file goes.
+    int recordCount() const { return records_; }
     // The field of that name without regard to case, or -1.
     int fieldIndex(const QString &name) const;
     QStringList fieldNames() const;
@@ -27,6 +29,7 @@ public:
 
 private:
     void *handle_ = nullptr; // DBFHandle
+    int records_ = 0;
 };
 
 // The file of a table name (e.g. "ILGSDATA") in dir: "<name>.dbf" without regard to case; empty

@@ -106,8 +106,8 @@ void frmConvertAero::build()
     auto *leftCol = new QVBoxLayout;
     leftCol->addWidget(cmdLocate);
     leftCol->addWidget(fraConnect);
-    frames->addLayout(leftCol);
-    frames->addWidget(fraType);
+    frames->addLayout(leftCol, 1);
+    frames->addWidget(fraType, 1);
     auto *buttons = new QVBoxLayout;
     buttons->addWidget(cmdConvert);
     buttons->addWidget(cmdStop);
