@@ -6,6 +6,8 @@
 #include "data/frm320Files.h"
 #include "data/frmAero2rx.h"
 #include "data/frmBdxc.h"
+#include "data/frmConvertAero.h"
+#include "data/frmConvertILG.h"
 #include "data/frmIlg2rx.h"
 #include "data/frmOwn.h"
 #include "log/frmLast20.h"
@@ -55,6 +57,10 @@ const std::vector<MenuWindow> &menuWindows()
         {"mnu320Files", [](frmPanelBase &) { frm320Files::open(); }},
         {"mnuIlg2Rx", [](frmPanelBase &) { frmIlg2rx::open(); }},
         {"mnuAero2rx", [](frmPanelBase &) { frmAero2rx::open(); }},
+        {"mnuConvertILG1", [](frmPanelBase &) { frmConvertILG::open(); }},
+        {"mnuConvertILG2", [](frmPanelBase &) { frmConvertILG::open(); }},
+        {"mnuConvertaero", [](frmPanelBase &) { frmConvertAero::open(); }},
+        {"mnuConvertaero2", [](frmPanelBase &) { frmConvertAero::open(); }},
         {"mnuLast20", [](frmPanelBase &) { frmLast20::open(); }},
         {"mnuLog", [](frmPanelBase &) { frmLog::open(); }},
         // The RX-320's menu knows the marked frequencies and the scratchpad under names of its own.
