@@ -1,6 +1,7 @@
 // The ILG converter on a 50,000-record table written by the generator: from the click on
 // "Convert" to "Conversion ready" (the record pump, the labels at each hundredth record and the
 // file written included). Median and worst of five against one second.
+#include "bench_report.h"
 #include "core/shared_state.h"
 #include "data/file_store.h"
 #include "data/frmConvertILG.h"
@@ -76,11 +77,6 @@ int main(int argc, char **argv)
         ms.push_back(clock->ms);
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
-    const qint64 bytes = QFileInfo(dir.filePath("RX2DB/ILGSDATA.FTL")).size();
-    std::sort(ms.begin(), ms.end());
-    const double median = ms[ms.size() / 2];
-    std::printf("%-34s median %8.1f ms  worst %8.1f  limit %6.1f  ratio %.3f  (%d records, %lld bytes)\n",
-                "ILG table to FTL, click to ready", median, ms.back(), kLimitMs, median / kLimitMs, kRecords,
-                static_cast<long long>(bytes));
+    reportRuns("ILG table to FTL, click to ready", ms, kLimitMs, kRecords);
     return 0;
 }
