@@ -8,6 +8,7 @@
 #include "ui/facades.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAction>
 #include <QApplication>
 #include <QDir>
@@ -63,24 +64,81 @@ void tune(frmWelcome &w, double khz)
     QApplication::processEvents();
 }
 
+QWidget *topLevel(const char *name)
+{
+    for (QWidget *w : QApplication::topLevelWidgets())
+        if (w->objectName() == QLatin1String(name) && w->isVisible())
+            return w;
+    return nullptr;
+}
+
+void click(QWidget *window, const char *name)
+{
+    if (auto *b = window ? window->findChild<QAbstractButton *>(QLatin1String(name)) : nullptr)
+        b->click();
+    QApplication::processEvents();
+}
+
+// A window's own extras: a second file, a query, the dialogs it opens.
+void extras(frmWelcome &w, Win win, QWidget *window)
+{
+    switch (win) {
+    case Win::frmLast20:
+    case Win::frmMarkfreqs:
+        for (double f : {5975.0, 6070.0, 7255.0, 9410.0, 11690.0}) {
+            tune(w, f);
+            click(window, "cmdMark");
+        }
+        break;
+    case Win::frmBdxc:
+        save(window, QStringLiteral("bdxc"));
+        load(1, QStringLiteral("ILG_A26ALLTOW.TXT"));
+        break;
+    case Win::frmIlg2rx:
+        save(window, QStringLiteral("ilg_loaded"));
+        click(window, "cmdQuery");
+        break;
+    case Win::frmLog:
+        if (auto *grid = window->findChild<QAbstractItemView *>(QStringLiteral("grdLog")))
+            grid->setCurrentIndex(grid->model()->index(2, 1));
+        click(window, "cmdChangerecord");
+        save(frmWelcome::openWindow(Win::frmLoginput), QStringLiteral("log_record"));
+        click(frmWelcome::openWindow(Win::frmLoginput), "cmdCancel");
+        click(window, "cmdFormat");
+        save(topLevel("frmLogFormat"), QStringLiteral("log_format"));
+        click(topLevel("frmLogFormat"), "cmdOK");
+        click(window, "cmdSort");
+        save(topLevel("frmLogsort"), QStringLiteral("log_sort"));
+        click(topLevel("frmLogsort"), "cmdCancel");
+        break;
+    default:
+        break;
+    }
+}
+
 struct Window {
     const char *entry;
     Win win;
     const char *shot;
     int kind;
+    int subtype;
     const char *file;
+    const char *object = "";
 };
 
 void listWindows(frmWelcome &w, frmPanelBase &panel)
 {
     const Window windows[] = {
-        {"mnuLast20", Win::frmLast20, "last20", 0, nullptr},
-        {"mnuMaqrkfreqs", Win::frmMarkfreqs, "marked", 0, nullptr},
-        {"mnuBdxc", Win::frmBdxc, "bdxc", 1, "BDX_A26ENGTOE.TXT"},
-        {"mnuOwn", Win::frmOwn, "own", 2, "OWN_FAVOURITES.TXT"},
-        {"mnu320Files", Win::frm320Files, "files320", 10, "DEMO_STATIONS.320"},
-        {"mnuScratchpad", Win::frmScratchpad, "scratchpad", 9, "FSP_demo.TXT"},
-        {"mnuLog", Win::frmLog, "log", 4, "LOG_demo2026.TXT"},
+        {"mnuLast20", Win::frmLast20, "last20", 0, 0, nullptr},
+        {"mnuMaqrkfreqs", Win::frmMarkfreqs, "marked", 0, 0, nullptr},
+        {"mnuBdxc", Win::frmBdxc, "bdxc_ilg", 1, 0, "BDX_A26ENGTOE.TXT"},
+        {"mnuOwn", Win::frmOwn, "own", 2, 0, "OWN_FAVOURITES.TXT"},
+        {"mnu320Files", Win::frm320Files, "files320", 10, 0, "DEMO_STATIONS.320"},
+        {"mnuScratchpad", Win::frmScratchpad, "scratchpad", 9, 0, "FSP_demo.TXT"},
+        {"mnuLog", Win::frmLog, "log", 4, 0, "LOG_demo2026.TXT"},
+        {"mnuIlg2Rx", Win::frmIlg2rx, "ilg_query", 3, 1, "ILGSDATA.FTL"},
+        {"mnuAero2rx", Win::frmAero2rx, "aero", 3, 2, "aero.ftl"},
+        {"mnuConvertILG1", Win::frmConvertILG, "convert_ilg", 0, 0, nullptr, "frmConvertILG"},
     };
     for (const Window &x : windows) {
         QAction *a = panel.menuEntry(QString::fromLatin1(x.entry));
@@ -90,21 +148,23 @@ void listWindows(frmWelcome &w, frmPanelBase &panel)
         }
         a->trigger();
         QApplication::processEvents();
-        if (x.kind)
+        if (x.kind) {
+            fileSubtype = int16_t(x.subtype);
             load(x.kind, QString::fromLatin1(x.file));
-        if (x.win == Win::frmLast20 || x.win == Win::frmMarkfreqs) {
-            QWidget *win = frmWelcome::openWindow(x.win);
-            for (double f : {5975.0, 6070.0, 7255.0, 9410.0, 11690.0}) {
-                tune(w, f);
-                if (auto *mark = win ? win->findChild<QAbstractButton *>(QStringLiteral("cmdMark")) : nullptr)
-                    mark->click();
-            }
         }
-        save(frmWelcome::openWindow(x.win), QString::fromLatin1(x.shot));
-        if (x.win == Win::frmBdxc) {
-            load(1, QStringLiteral("ILG_A26ALLTOW.TXT"));
-            save(frmWelcome::openWindow(x.win), QStringLiteral("bdxc_ilg"));
-        }
+        // Windows that keep no open-window entry are found by their name.
+        const auto find = [&x] {
+            QWidget *found = frmWelcome::openWindow(x.win);
+            return found ? found : topLevel(x.object);
+        };
+        extras(w, x.win, find());
+        save(find(), QString::fromLatin1(x.shot));
+    }
+    // The Aero converter has no window number of its own.
+    if (QAction *a = panel.menuEntry(QStringLiteral("mnuConvertaero"))) {
+        a->trigger();
+        QApplication::processEvents();
+        save(topLevel("frmConvertAero"), QStringLiteral("convert_aero"));
     }
 }
 
