@@ -128,7 +128,7 @@ int32_t ListTracking(double freq, double catchRange, bool hitsOnly, int16_t now)
     bool separated = false;
     for (int32_t k = -kWalk; k <= kWalk; ++k) {
         const int64_t i = int64_t(trackIndex) + k;
-        if (i < 0 || i > trackCount)
+        if (i < 0 || i > trackCount || i >= int64_t(trackRecords.size()))
             continue;
         const QString &record = trackRecords[size_t(i)];
         const double f = recordFrequency(record);
