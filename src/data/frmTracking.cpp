@@ -340,7 +340,11 @@ void frmTracking::LoadTrackingFile()
     if (look.alternates >= 0)
         optAlternates[size_t(look.alternates)]->setChecked(true);
     fraAlternates->setEnabled(look.alternatesFrame);
-    optMousedial[0]->setChecked(true);
+    // Turned on also when it is on already: its handler shows the step controls.
+    if (optMousedial[0]->isChecked())
+        optMousedial_Click(0);
+    else
+        optMousedial[0]->setChecked(true);
     lblDatabase->setText(QStringLiteral("Tracking database ") + name + QStringLiteral(" / ") +
                          QString::number(tracking::trackCount) + QStringLiteral(" records"));
     trackDataLoaded = true;

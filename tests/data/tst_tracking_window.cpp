@@ -67,6 +67,8 @@ private slots:
         QCOMPARE(rig.w->lblDatabase->text(), QString("Tracking database ILGSDATA.FTL / 4 records"));
         QVERIFY(rig.w->optAlternates[1]->isChecked());
         QVERIFY(rig.w->optHitsall[0]->isChecked());
+        QVERIFY(!rig.w->txtFreqstep->isHidden());
+        QVERIFY(rig.w->spnFreqstep->isEnabled());
         rig.w->txtCatchrange->setText("15");
         rig.typeFrequency("9410");
         // Hits: the two on the air at 12:00 and the one above, with the separator after 9410.
