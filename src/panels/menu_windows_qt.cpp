@@ -9,6 +9,7 @@
 #include "data/frmConvertAero.h"
 #include "data/frmConvertILG.h"
 #include "data/frmIlg2rx.h"
+#include "data/frmTracking.h"
 #include "data/frmOwn.h"
 #include "log/frmLast20.h"
 #include "log/frmLog.h"
@@ -63,6 +64,7 @@ const std::vector<MenuWindow> &menuWindows()
         {"mnuConvertaero2", [](frmPanelBase &) { frmConvertAero::open(); }},
         {"mnuLast20", [](frmPanelBase &) { frmLast20::open(); }},
         {"mnuLog", [](frmPanelBase &) { frmLog::open(); }},
+        {"mnuTracking", [](frmPanelBase &) { frmTracking::open(); }},
         // The RX-320's menu knows the marked frequencies and the scratchpad under names of its own.
         {"mnuMaqrkfreqs", [](frmPanelBase &) { frmMarkfreqs::open(); }, {rxNone, rxAR7030, rxNRD535, rxNRD545}},
         {"mnuMarkfreqs", [](frmPanelBase &) { frmMarkfreqs::open(); }, {rxRX320}},
