@@ -9,7 +9,7 @@ inline void reportRuns(const char *op, std::vector<double> ms, double limitMs, i
 {
     std::sort(ms.begin(), ms.end());
     const double median = ms[ms.size() / 2];
-    std::printf("%-34s median %9.3f ms  worst %9.3f  limit %9.3f  ratio %.3f", op, median, ms.back(), limitMs,
+    std::printf("%-44s median %9.3f ms  worst %9.3f  limit %9.3f  ratio %.3f", op, median, ms.back(), limitMs,
                 median / limitMs);
     if (rows >= 0)
         std::printf("  (%d rows)", rows);

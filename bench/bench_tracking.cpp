@@ -1,5 +1,6 @@
 // Tracking on a 50,000-record .FTL file: one tune is the search, its filler and the 25 rows
 // written, as a turn of the dial makes it. Median and worst of 1,000 tunes against 1 ms.
+#include "bench_report.h"
 #include "core/shared_state.h"
 #include "data/file_store.h"
 #include "data/frmTracking.h"
@@ -61,10 +62,7 @@ void measure(const char *op, frmTracking *w, double catchKhz)
         w->SearchTracking();
         ms.push_back(double(timer.nsecsElapsed()) / 1e6);
     }
-    std::sort(ms.begin(), ms.end());
-    const double median = ms[ms.size() / 2];
-    std::printf("%-44s median %7.3f ms  worst %7.3f  limit %5.1f  ratio %.3f\n", op, median, ms.back(), kLimitMs,
-                median / kLimitMs);
+    reportRuns(op, ms, kLimitMs);
 }
 
 } // namespace

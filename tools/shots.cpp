@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QLineEdit>
 #include <QPixmap>
 #include <QTimer>
 #include <cstdio>
@@ -94,6 +95,13 @@ void extras(frmWelcome &w, Win win, QWidget *window)
         save(window, QStringLiteral("bdxc"));
         load(1, QStringLiteral("ILG_A26ALLTOW.TXT"));
         break;
+    case Win::frmTracking:
+        // All stations in a wide catch: the ones on the air now stand out in their colours.
+        click(window, "optHitsall_1");
+        if (auto *catchBox = window->findChild<QLineEdit *>(QStringLiteral("txtCatchrange")))
+            catchBox->setText(QStringLiteral("3000"));
+        tune(w, 9410.0);
+        break;
     case Win::frmIlg2rx:
         save(window, QStringLiteral("ilg_loaded"));
         click(window, "cmdQuery");
@@ -138,6 +146,7 @@ void listWindows(frmWelcome &w, frmPanelBase &panel)
         {"mnuLog", Win::frmLog, "log", 4, 0, "LOG_demo2026.TXT"},
         {"mnuIlg2Rx", Win::frmIlg2rx, "ilg_query", 3, 1, "ILGSDATA.FTL"},
         {"mnuAero2rx", Win::frmAero2rx, "aero", 3, 2, "aero.ftl"},
+        {"mnuTracking", Win::frmTracking, "tracking", 5, 0, "ILGSDATA.FTL"},
         {"mnuConvertILG1", Win::frmConvertILG, "convert_ilg", 0, 0, nullptr, "frmConvertILG"},
     };
     for (const Window &x : windows) {
