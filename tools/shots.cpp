@@ -10,6 +10,8 @@
 #include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
 #include <QApplication>
 #include <QDir>
 #include <QLineEdit>
@@ -105,6 +107,15 @@ void extras(frmWelcome &w, Win win, QWidget *window)
     case Win::frmIlg2rx:
         save(window, QStringLiteral("ilg_loaded"));
         click(window, "cmdQuery");
+        if (QWidget *query = topLevel("frmIlgquery")) {
+            // The English broadcasts.
+            if (auto *check = query->findChild<QCheckBox *>(QStringLiteral("chkQuery_0")))
+                check->setChecked(true);
+            if (auto *box = query->findChild<QComboBox *>(QStringLiteral("cmbQuery_0")))
+                box->setCurrentText(QStringLiteral("English"));
+            save(query, QStringLiteral("ilg_querywindow"));
+            click(query, "cmdSearchilg");
+        }
         break;
     case Win::frmLog:
         if (auto *grid = window->findChild<QAbstractItemView *>(QStringLiteral("grdLog")))
@@ -190,9 +201,13 @@ int main(int argc, char **argv)
     QDir().mkpath(outDir);
     QDir::setCurrent(QString::fromLocal8Bit(argv[2]));
     ui::installDialogs(std::make_shared<ShotDialogs>());
+    // One fixed moment, midday in the demo's time zone, so that the same stations are on the air
+    // in every picture.
+    ui::installClock(std::make_shared<ui::FixedClock>(QDateTime(QDate(2026, 11, 23), QTime(13, 0))));
     for (int type : {int(rxAR7030), int(rxNRD535), int(rxRX320), int(rxNRD545), int(rxNone)}) {
         frmWelcome w;
         w.Form_Load();
+        w.timers.Showtime_Timer();
         rxType = int16_t(type);
         w.imgGo_Click();
         QApplication::processEvents();
