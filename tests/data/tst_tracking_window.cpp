@@ -4,6 +4,8 @@
 #include "testmain.h"
 #include "data/file_store.h"
 #include "data/frmTracking.h"
+#include "log/frmLog.h"
+#include "log/frmLoginput.h"
 #include "ui/widgets/spin_button.h"
 
 #include <QGroupBox>
@@ -89,6 +91,21 @@ private slots:
         QVERIFY(rig.w->cmdShow[0]->isEnabled());
         QCOMPARE(rig.w->cmdShow[1]->text(), QString());
         QVERIFY(!rig.w->cmdShow[1]->isEnabled());
+        // A row clicked while the log's record form is open fills its language, station and
+        // alternate boxes.
+        logbook::logCount = -1;
+        slotDimLog() = 1;
+        writeFile(rig.dir.filePath("loggridformat.ini"), "111111111111111\r\n");
+        QPointer<frmLog> log = frmLog::open();
+        log->cmdAddrecord->click();
+        auto *form = qobject_cast<frmLoginput *>(frmWelcome::openWindow(Win::frmLoginput));
+        QVERIFY(form);
+        QTest::mouseClick(rig.w->lblBingo[1], Qt::LeftButton);
+        QCOMPARE(form->txtLoginput[5]->text(), QString("Eng"));
+        QCOMPARE(form->txtLoginput[6]->text(), QString("Velmar Overseas     "));
+        QCOMPARE(form->txtLoginput[7]->text(), rig.row(1).mid(77, 12));
+        form->cmdCancel->click();
+        delete log.data();
         // All: the station off the air comes too, plain; Ctry in the position's columns.
         rig.w->optHitsall[1]->click();
         rig.w->optAlternates[2]->click();
