@@ -63,7 +63,9 @@ struct ConvertRig {
         data.put(QStringLiteral("source/") + name, readFile(QFINDTESTDATA(kDemo + QStringLiteral("ILGDB/") + name)));
     }
 };
+struct DemoCase { QString file; int option; QString ftl, connected; };
 } // namespace
+Q_DECLARE_METATYPE(DemoCase)
 
 class TestConvertWindows : public QObject {
     Q_OBJECT
@@ -79,21 +81,17 @@ private slots:
     // demo's, the old one replaced, the window gone after "Conversion ready".
     void convertDemo_data()
     {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<int>("option");
-        QTest::addColumn<QString>("ftl");
-        QTest::addColumn<QString>("connected");
-        QTest::newRow("SW") << "ilgsdata.dbf" << 2 << "ILGSDATA.FTL" << "ILGRadio SW database connected, conversion can be started.";
-        QTest::newRow("LW/MW") << "ilgadata.dbf" << 1 << "ILGADATA.FTL" << "ILGRadio LW/MW database connected, conversion can be started.";
-        QTest::newRow("Aero full") << "aerolist.txt" << 1 << "aero.ftl" << "Aerolist db connected, conversion can be started";
-        QTest::newRow("Aero networks") << "aerolist.txt" << 1 << "aero2.ftl" << "Aerolist db connected, conversion can be started";
+        QTest::addColumn<DemoCase>("c");
+        const QString ilg = " database connected, conversion can be started.", aero = "Aerolist db connected, conversion can be started";
+        QTest::newRow("SW") << DemoCase{"ilgsdata.dbf", 2, "ILGSDATA.FTL", "ILGRadio SW" + ilg};
+        QTest::newRow("LW/MW") << DemoCase{"ilgadata.dbf", 1, "ILGADATA.FTL", "ILGRadio LW/MW" + ilg};
+        QTest::newRow("Aero full") << DemoCase{"aerolist.txt", 1, "aero.ftl", aero};
+        QTest::newRow("Aero networks") << DemoCase{"aerolist.txt", 1, "aero2.ftl", aero};
     }
     void convertDemo()
     {
-        QFETCH(QString, file);
-        QFETCH(int, option);
-        QFETCH(QString, ftl);
-        QFETCH(QString, connected);
+        QFETCH(DemoCase, c);
+        const auto &[file, option, ftl, connected] = c;
         ConvertRig rig;
         rig.copyDemo(file);
         // An old file of the name in another case is the one replaced.

@@ -92,9 +92,11 @@ struct ListRig : PanelRig {
     }
 };
 
+struct LoadCase { QString file, answer, countries, label, titles; };
 struct ClickCase { QString window; int row, col; QString tuned; bool outOfRange; };
 } // namespace
 Q_DECLARE_METATYPE(ClickCase)
+Q_DECLARE_METATYPE(LoadCase)
 
 class TestListWindows : public QObject {
     Q_OBJECT
@@ -103,28 +105,20 @@ private slots:
     // name follow it; the titles always do.
     void bdxcLoads_data()
     {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("answer");
-        QTest::addColumn<QString>("countries");
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<QString>("titles");
+        QTest::addColumn<LoadCase>("c");
         const QString first = ",Brelland,Brelland,Orlina";
         const QString other = "Country|Broadcast Org.|Time(UTC)|Frequencies";
         const QString ilg = "Broadcast Org.|Language|Time(UTC)|Frequencies";
-        QTest::newRow("time") << "BDX_B26ENGTOE.TXT" << "2000" << ",Tarnholm" << "BDX_B26ENGTOE.TXT" << other;
-        QTest::newRow("time finds none") << "BDX_B26ENGTOE.TXT" << "1200" << "" << "BDX_B26ENGTOE.TXT" << other;
-        QTest::newRow("ILG, ALL") << "ILG_A26ALLTOW.TXT" << "ALL" << ",Radio Jordanel,Radio Jordanel"
-                                  << "ILG_A26ALLTOW.TXT" << ilg;
-        QTest::newRow("ILG, 0000 keeps") << "ILG_A26ALLTOW.TXT" << "0000" << first << "BDX_A26ENGTOE.TXT" << ilg;
-        QTest::newRow("Cancel keeps") << "BDX_B26ENGTOE.TXT" << "" << first << "BDX_A26ENGTOE.TXT" << other;
+        QTest::newRow("time") << LoadCase{"BDX_B26ENGTOE.TXT", "2000", ",Tarnholm", "BDX_B26ENGTOE.TXT", other};
+        QTest::newRow("time finds none") << LoadCase{"BDX_B26ENGTOE.TXT", "1200", "", "BDX_B26ENGTOE.TXT", other};
+        QTest::newRow("ILG, ALL") << LoadCase{"ILG_A26ALLTOW.TXT", "ALL", ",Radio Jordanel,Radio Jordanel", "ILG_A26ALLTOW.TXT", ilg};
+        QTest::newRow("ILG, 0000 keeps") << LoadCase{"ILG_A26ALLTOW.TXT", "0000", first, "BDX_A26ENGTOE.TXT", ilg};
+        QTest::newRow("Cancel keeps") << LoadCase{"BDX_B26ENGTOE.TXT", "", first, "BDX_A26ENGTOE.TXT", other};
     }
     void bdxcLoads()
     {
-        QFETCH(QString, file);
-        QFETCH(QString, answer);
-        QFETCH(QString, countries);
-        QFETCH(QString, label);
-        QFETCH(QString, titles);
+        QFETCH(LoadCase, c);
+        const auto &[file, answer, countries, label, titles] = c;
         ListRig rig;
         QPointer<frmBdxc> w = frmBdxc::open();
         QCOMPARE(w->grdTitles->text(0, 1), QString(" Broadcast Org"));

@@ -24,7 +24,9 @@ QString steps(const lists::TuneSteps &s)
         out << (t.kind == lists::TuneStep::Frequency ? "F" + QString::number(t.khz) : "M" + t.mode);
     return out.join(' ');
 }
+struct TuneCase { QString grid; int row, col; QString text, tuned; };
 } // namespace
+Q_DECLARE_METATYPE(TuneCase)
 
 class TestLists : public QObject {
     Q_OBJECT
@@ -220,38 +222,26 @@ private slots:
     // What a click tunes, in order: F frequency, M mode.
     void clicks_data()
     {
-        QTest::addColumn<QString>("grid");
-        QTest::addColumn<int>("row");
-        QTest::addColumn<int>("col");
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QString>("tuned");
-        QTest::newRow("club frequency") << "club" << 3 << 3 << " 9410" << "F9410";
-        QTest::newRow("club last shown row") << "club" << 5 << 9 << " 6070" << "F6070";
-        QTest::newRow("club beyond the rows") << "club" << 6 << 3 << " 9410" << "";
-        QTest::newRow("club column 10") << "club" << 1 << 10 << " 9410" << "";
-        QTest::newRow("club time column") << "club" << 1 << 2 << "0500 2300" << "";
-        QTest::newRow("club empty cell") << "club" << 1 << 4 << "" << "F0";
-        QTest::newRow("own frequency then mode") << "own" << 1 << 4 << "5975" << "F5975 MS";
-        QTest::newRow("own seventh") << "own" << 1 << 10 << "7490" << "F7490 MS";
-        QTest::newRow("own eighth does not tune") << "own" << 1 << 11 << "9410" << "";
-        QTest::newRow("own organisation") << "own" << 1 << 3 << "1800-2300" << "";
-        QTest::newRow(".320 mode then frequency") << ".320" << 1 << 5 << "" << "Mu F9410";
+        QTest::addColumn<TuneCase>("c");
+        QTest::newRow("club frequency") << TuneCase{"club", 3, 3, " 9410", "F9410"};
+        QTest::newRow("club last shown row") << TuneCase{"club", 5, 9, " 6070", "F6070"};
+        QTest::newRow("club beyond the rows") << TuneCase{"club", 6, 3, " 9410", ""};
+        QTest::newRow("club column 10") << TuneCase{"club", 1, 10, " 9410", ""};
+        QTest::newRow("club time column") << TuneCase{"club", 1, 2, "0500 2300", ""};
+        QTest::newRow("club empty cell") << TuneCase{"club", 1, 4, "", "F0"};
+        QTest::newRow("own frequency then mode") << TuneCase{"own", 1, 4, "5975", "F5975 MS"};
+        QTest::newRow("own seventh") << TuneCase{"own", 1, 10, "7490", "F7490 MS"};
+        QTest::newRow("own eighth does not tune") << TuneCase{"own", 1, 11, "9410", ""};
+        QTest::newRow("own organisation") << TuneCase{"own", 1, 3, "1800-2300", ""};
+        QTest::newRow(".320 mode then frequency") << TuneCase{".320", 1, 5, "", "Mu F9410"};
     }
     void clicks()
     {
-        QFETCH(QString, grid);
-        QFETCH(int, row);
-        QFETCH(int, col);
-        QFETCH(QString, text);
-        QFETCH(QString, tuned);
-        lists::TuneSteps s;
-        if (grid == "club")
-            s = lists::bdxcClick(row, col, text, 5);
-        else if (grid == "own")
-            s = lists::ownClick(col, text, "S");
-        else
-            s = lists::click320("09410.000", "USB");
-        QCOMPARE(steps(s), tuned);
+        QFETCH(TuneCase, c);
+        const lists::TuneSteps s = c.grid == "club" ? lists::bdxcClick(c.row, c.col, c.text, 5)
+                                   : c.grid == "own" ? lists::ownClick(c.col, c.text, "S")
+                                                     : lists::click320("09410.000", "USB");
+        QCOMPARE(steps(s), c.tuned);
     }
 };
 

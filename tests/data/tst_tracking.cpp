@@ -54,7 +54,11 @@ std::pair<double, double> greatCircle(double lat1, double lon1, double lat2, dou
     const double deg = std::atan2(std::sin(dl) * std::cos(p2), std::cos(p1) * std::sin(p2) - std::sin(p1) * std::cos(p2) * std::cos(dl)) / rad;
     return {km, std::fmod(deg + 360, 360)};
 }
+struct SearchCase { QString records; double freq; QString catchRange; bool hitsOnly; QString utc; int index; QString held; };
+struct RowCase { QString hit; bool hitsOnly; int alternates, area; uint colour; QString alternate; };
 } // namespace
+Q_DECLARE_METATYPE(SearchCase)
+Q_DECLARE_METATYPE(RowCase)
 
 class TestTracking : public QObject {
     Q_OBJECT
@@ -65,52 +69,39 @@ private slots:
         slotDimIlg() = 1;
     }
 
+    // Which rows a search around freq holds; index -1: no search at all.
     void search_data()
     {
-        QTest::addColumn<QString>("records");
-        QTest::addColumn<double>("freq");
-        QTest::addColumn<QString>("catchRange");
-        QTest::addColumn<bool>("hitsOnly");
-        QTest::addColumn<QString>("utc");
-        QTest::addColumn<int>("index");   // -1: no search
-        QTest::addColumn<QString>("held");
+        QTest::addColumn<SearchCase>("c");
         const QString four = "5950,5975,6000,6025";
-        QTest::newRow("exact match, separator after it") << four << 5975.0 << "30" << false << "" << 2 << "5950,5975,=,6000";
-        QTest::newRow("between two") << four << 5990.0 << "30" << false << "" << 2 << "5975,=,6000";
-        QTest::newRow("beyond the last: no separator") << four << 6100.0 << "200" << false << "" << 3 << "5950,5975,6000,6025";
-        QTest::newRow("below the first") << four << 5900.0 << "80" << false << "" << 1 << "=,5950,5975";
-        QTest::newRow("range is strictly below") << four << 5975.0 << "25" << false << "" << 2 << "5975";
-        QTest::newRow("range 0: nothing") << four << 5975.0 << "0" << false << "" << 2 << "";
-        QTest::newRow("range not a number") << four << 5975.0 << "two" << false << "" << 2 << "";
-        QTest::newRow("range with a comma") << four << 5975.0 << "25,5" << false << "" << 2 << "5950,5975,=,6000";
+        QTest::newRow("exact match, separator after it") << SearchCase{four, 5975, "30", false, "", 2, "5950,5975,=,6000"};
+        QTest::newRow("between two") << SearchCase{four, 5990, "30", false, "", 2, "5975,=,6000"};
+        QTest::newRow("beyond the last: no separator") << SearchCase{four, 6100, "200", false, "", 3, "5950,5975,6000,6025"};
+        QTest::newRow("below the first") << SearchCase{four, 5900, "80", false, "", 1, "=,5950,5975"};
+        QTest::newRow("range is strictly below") << SearchCase{four, 5975, "25", false, "", 2, "5975"};
+        QTest::newRow("range 0: nothing") << SearchCase{four, 5975, "0", false, "", 2, ""};
+        QTest::newRow("range with a comma") << SearchCase{four, 5975, "25,5", false, "", 2, "5950,5975,=,6000"};
         QTest::newRow("equal frequencies in file order")
-            << "5975:0100-0200,5975:0300-0400,6000" << 5975.0 << "1" << false << "" << 2 << "5975,5975";
+            << SearchCase{"5975:0100-0200,5975:0300-0400,6000", 5975, "1", false, "", 2, "5975,5975"};
         QTest::newRow("hits: over midnight at 0030")
-            << "5975:2300-0100,5980:0100-2300,5985:0030-0030" << 5980.0 << "10" << true << "1 Jan 2024  00:30" << 2 << "5975";
+            << SearchCase{"5975:2300-0100,5980:0100-2300,5985:0030-0030", 5980, "10", true, "1 Jan 2024  00:30", 2, "5975"};
         QTest::newRow("hits: bounds included")
-            << "5975:0030-0100,5980:0000-0030,5985:0031-0100" << 5980.0 << "10" << true << "1 Jan 2024  00:30" << 2 << "5975,5980";
-        QTest::newRow("empty file") << "" << 5975.0 << "30" << false << "" << -1 << "";
-        QTest::newRow("a single record") << "5975" << 5975.0 << "30" << false << "" << -1 << "";
+            << SearchCase{"5975:0030-0100,5980:0000-0030,5985:0031-0100", 5980, "10", true, "1 Jan 2024  00:30", 2, "5975,5980"};
+        QTest::newRow("a single record") << SearchCase{"5975", 5975, "30", false, "", -1, ""};
         // Mid rounds halves to even: (1 + 4) / 2 looks at record 2, not 3.
-        QTest::newRow("mid halves to even") << "100,300,200,400" << 250.0 << "0" << false << "" << 1 << "";
+        QTest::newRow("mid halves to even") << SearchCase{"100,300,200,400", 250, "0", false, "", 1, ""};
     }
     void search()
     {
-        QFETCH(QString, records);
-        QFETCH(double, freq);
-        QFETCH(QString, catchRange);
-        QFETCH(bool, hitsOnly);
-        QFETCH(QString, utc);
-        QFETCH(int, index);
-        readTracking(file(records));
+        QFETCH(SearchCase, c);
+        readTracking(file(c.records));
         trackIndex = -1;
-        QCOMPARE(searchIndex(freq), index >= 0);
-        QCOMPARE(trackIndex, index);
-        if (index < 0)
+        QCOMPARE(searchIndex(c.freq), c.index >= 0);
+        QCOMPARE(trackIndex, c.index);
+        if (c.index < 0)
             return;
-        QFETCH(QString, held);
-        ListTracking(freq, numtext::valc(catchRange), hitsOnly, presentTime(utc));
-        QCOMPARE(::held(), held);
+        ListTracking(c.freq, numtext::valc(c.catchRange), c.hitsOnly, presentTime(c.utc));
+        QCOMPARE(held(), c.held);
     }
 
     // 200 records below the tuned frequency and 10 above: 176 are kept, the walk's first, the
@@ -130,79 +121,41 @@ private slots:
         all.hitsOnly = false;
         QCOMPARE(recordFrequency(ShowTracking(6, all)[24].text), 6168.0); // rows past 168 have no page
         QCOMPARE(recordFrequency(ShowTracking(1, all)[0].text), 6024.0);  // pages overlap by one row
-    }
-
-    void pages_data()
-    {
-        QTest::addColumn<int>("count");
-        QTest::addColumn<int>("pages");
-        QTest::newRow("nothing") << -1 << 0;
-        QTest::newRow("one row") << 0 << 1;
-        QTest::newRow("a page") << 23 << 1;
-        QTest::newRow("one more") << 24 << 2;
-        QTest::newRow("all held") << 175 << 7;
-    }
-    void pages()
-    {
-        QFETCH(int, count);
-        QFETCH(int, pages);
-        QCOMPARE(enabledPages(count), pages);
+        for (const auto &[count, pages] : std::initializer_list<std::pair<int, int>>{{-1, 0}, {0, 1}, {23, 1}, {24, 2}})
+            QCOMPARE(enabledPages(count), pages);
     }
 
     // A row's colour and columns 78-89. area 3 is "EU".
     void rows_data()
     {
-        QTest::addColumn<QString>("hit");
-        QTest::addColumn<bool>("hitsOnly");
-        QTest::addColumn<int>("alternates");
-        QTest::addColumn<int>("area");
-        QTest::addColumn<uint>("colour");
-        QTest::addColumn<QString>("alternate");
-        const QString off = rec("09410.00", "0100-0200", "AF");
-        QTest::newRow("all, off the air") << off << false << int(LatLon) << 3 << uint(kPlainColour) << "5130N 00012E";
-        QTest::newRow("all, on the air") << rec("09410.00", "1100-1300", "AF") << false << int(LatLon) << 3
-                                         << uint(kOnAirColour) << "5130N 00012E";
-        QTest::newRow("start = end is never") << rec("09410.00", "1200-1200") << false << int(LatLon) << 3
-                                              << uint(kPlainColour) << "5130N 00012E";
-        QTest::newRow("target code") << rec("09410.00", "1100-1300", "NAEU") << false << int(Ctry) << 3
-                                     << uint(kTargetColour) << "Tarnholm    ";
-        QTest::newRow("target flag") << rec("09410.00", "1100-1300", "AF", "000100000") << false << int(Loc) << 3
-                                     << uint(kTargetColour) << "Lorvik      ";
-        QTest::newRow("flag of another area") << rec("09410.00", "1100-1300", "NA", "000100000") << false << int(LatLon)
-                                              << 4 << uint(kOnAirColour) << "5130N 00012E";
-        QTest::newRow("hits need no time test") << off << true << int(LatLon) << 0 << uint(kOnAirColour) << "5130N 00012E";
-        QTest::newRow("hits, targeted") << rec("09410.00", "0100-0200", "AF EU") << true << int(LatLon) << 3
-                                        << uint(kTargetColour) << "5130N 00012E";
-        QTest::newRow("below 10 kHz is no station") << rec("00009.00", "1100-1300", "EU") << true << int(LatLon) << 3
-                                                    << uint(kPlainColour) << "5130N 00012E";
-        QTest::newRow("separator") << kSeparator << true << int(DisDir) << 3 << uint(kPlainColour) << "";
-        QTest::newRow("no record stays empty") << "" << false << int(DisDir) << 3 << uint(kPlainColour) << "";
+        QTest::addColumn<RowCase>("c");
+        const QString off = rec("09410.00", "0100-0200", "AF"), pos = "5130N 00012E";
+        QTest::newRow("all, off the air") << RowCase{off, false, LatLon, 3, kPlainColour, pos};
+        QTest::newRow("all, on the air") << RowCase{rec("09410.00", "1100-1300", "AF"), false, LatLon, 3, kOnAirColour, pos};
+        QTest::newRow("start = end is never") << RowCase{rec("09410.00", "1200-1200"), false, LatLon, 3, kPlainColour, pos};
+        QTest::newRow("target code") << RowCase{rec("09410.00", "1100-1300", "NAEU"), false, Ctry, 3, kTargetColour, "Tarnholm    "};
+        QTest::newRow("target flag")
+            << RowCase{rec("09410.00", "1100-1300", "AF", "000100000"), false, Loc, 3, kTargetColour, "Lorvik      "};
+        QTest::newRow("flag of another area")
+            << RowCase{rec("09410.00", "1100-1300", "NA", "000100000"), false, LatLon, 4, kOnAirColour, pos};
+        QTest::newRow("hits need no time test") << RowCase{off, true, LatLon, 0, kOnAirColour, pos};
+        QTest::newRow("hits, targeted") << RowCase{rec("09410.00", "0100-0200", "AF EU"), true, LatLon, 3, kTargetColour, pos};
+        QTest::newRow("below 10 kHz is no station") << RowCase{rec("00009.00", "1100-1300", "EU"), true, LatLon, 3, kPlainColour, pos};
+        QTest::newRow("separator") << RowCase{kSeparator, true, DisDir, 3, kPlainColour, ""};
+        QTest::newRow("no record stays empty") << RowCase{"", false, DisDir, 3, kPlainColour, ""};
     }
     void rows()
     {
-        QFETCH(QString, hit);
-        QFETCH(bool, hitsOnly);
-        QFETCH(int, alternates);
-        QFETCH(int, area);
-        QFETCH(uint, colour);
-        QFETCH(QString, alternate);
+        QFETCH(RowCase, c);
         View v;
-        v.hitsOnly = hitsOnly;
-        v.alternates = alternates;
-        v.area = area;
+        v.hitsOnly = c.hitsOnly;
+        v.alternates = c.alternates;
+        v.area = c.area;
         v.now = presentTime("2 Mar 2024  12:00");
-        const Row row = showRow(hit, v);
-        QCOMPARE(row.colour, colour);
-        QCOMPARE(row.text.mid(77, 12), alternate);
-        QCOMPARE(row.text.left(77), hit.left(77));
-        QCOMPARE(row.text.mid(89), hit.mid(89));
-    }
-
-    void colours()
-    {
-        QCOMPARE(toRgb(kPlainColour), 0xFFFFC0u);
-        QCOMPARE(toRgb(kOnAirColour), 0xFFFF00u);
-        QCOMPARE(toRgb(kTargetColour), 0x00FF00u);
+        const Row row = showRow(c.hit, v);
+        QCOMPARE(row.colour, c.colour);
+        QCOMPARE(row.text.mid(77, 12), c.alternate);
+        QCOMPARE(row.text.left(77) + row.text.mid(89), c.hit.left(77) + c.hit.mid(89));
     }
 
     // Listener, transmitter: texts as in the settings and the record.
@@ -211,16 +164,12 @@ private slots:
         QTest::addColumn<QString>("rx");
         QTest::addColumn<QString>("tx");
         QTest::newRow("north-east, far") << "5130N 00012W" << "3545N 13940E";
-        QTest::newRow("north-east, 17000 km") << "5130N 00012W" << "3352S 15112E";
         QTest::newRow("south-east") << "4045N 07400W" << "3436S 05822W";
         QTest::newRow("south-west") << "5130N 00012W" << "2254S 04312W";
-        QTest::newRow("from the south, south-west") << "3352S 15112E" << "3157S 11551E";
         QTest::newRow("north-west") << "5130N 00012W" << "4045N 07400W";
-        QTest::newRow("southern pair") << "3352S 15112E" << "3655S 17446E";
         QTest::newRow("from the south, north-west") << "3352S 15112E" << "5130N 00012W";
         QTest::newRow("across the date line") << "3352S 15112E" << "2118N 15750W";
         QTest::newRow("same longitude, south") << "5130N 00012E" << "0100N 00012E";
-        QTest::newRow("same longitude, north") << "0100S 02000E" << "6000N 02000E";
         QTest::newRow("same latitude") << "4000N 01000E" << "4000N 05000E";
         QTest::newRow("blank position, listener on 0") << "5130N 00000E" << "           ";
         QTest::newRow("mean latitude 0") << "1000N 01000E" << "1000S 03000E";
@@ -270,7 +219,6 @@ private slots:
         QTest::newRow("step not a number") << "9410" << "x" << true << 9410.0;
         QTest::newRow("held at the lower limit") << "101" << "5" << false << 100.0;
         QTest::newRow("held at the upper limit") << "29999" << "5" << true << 30000.0;
-        QTest::newRow("at the upper limit") << "29995" << "5" << true << 30000.0;
     }
     void stepping()
     {

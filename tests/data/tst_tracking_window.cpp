@@ -56,7 +56,9 @@ struct TrackingRig : PanelRig {
     }
     QString row(int r) const { return w->lblBingo[size_t(r)]->text(); }
 };
+struct StepCase { QString from, step; bool up; double to; };
 } // namespace
+Q_DECLARE_METATYPE(StepCase)
 
 class TestTrackingWindow : public QObject {
     Q_OBJECT
@@ -120,21 +122,16 @@ private slots:
 
     void stepping_data()
     {
-        QTest::addColumn<QString>("from");
-        QTest::addColumn<QString>("step");
-        QTest::addColumn<bool>("up");
-        QTest::addColumn<double>("to");
-        QTest::newRow("up") << "9410" << "5" << true << 9415.0;
-        QTest::newRow("down") << "9410" << "0.5" << false << 9409.5;
-        QTest::newRow("down to the lower limit") << "12" << "5" << false << 10.0;
-        QTest::newRow("up to the upper limit") << "32014" << "5" << true << 32016.0;
+        QTest::addColumn<StepCase>("c");
+        QTest::newRow("up") << StepCase{"9410", "5", true, 9415};
+        QTest::newRow("down") << StepCase{"9410", "0.5", false, 9409.5};
+        QTest::newRow("down to the lower limit") << StepCase{"12", "5", false, 10};
+        QTest::newRow("up to the upper limit") << StepCase{"32014", "5", true, 32016};
     }
     void stepping()
     {
-        QFETCH(QString, from);
-        QFETCH(QString, step);
-        QFETCH(bool, up);
-        QFETCH(double, to);
+        QFETCH(StepCase, c);
+        const auto &[from, step, up, to] = c;
         TrackingRig rig(rxAR7030);
         rig.load();
         rig.typeFrequency(from);

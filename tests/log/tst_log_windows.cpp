@@ -331,7 +331,6 @@ private slots:
         QTest::newRow("parallel") << "//Freq" << 6000.0 << "";
         QTest::newRow("sinpo") << "SINPO" << 0.0 << "Frequency outside range";
         QTest::newRow("date") << "Date" << 0.0 << "";
-        QTest::newRow("organisation") << "Organisation" << 0.0 << "";
     }
     void columnClick()
     {

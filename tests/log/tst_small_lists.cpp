@@ -74,22 +74,6 @@ private slots:
             QCOMPARE(rowText(pad, r), r < rows.size() ? rows[r] : QStringLiteral("old%1").arg(r));
     }
 
-    // Always ten lines, every cell closed by a comma; what it writes reads back the same.
-    void writeFsp()
-    {
-        Scratchpad pad;
-        pad.notes[0] = QStringLiteral("Evening");
-        pad.cells[0][0] = QStringLiteral("5975.00");
-        pad.cells[0][2] = QStringLiteral("6070");
-        pad.cells[9][7] = QStringLiteral("21500");
-        const QByteArray blank = ",,,,,,,,,\r\n";
-        const QByteArray bytes = fspBytes(pad);
-        QCOMPARE(bytes, "Evening,5975.00,,6070,,,,,,\r\n" + blank.repeated(8) + ",,,,,,,,21500,\r\n");
-        Scratchpad back = usedPad();
-        smalllists::readFsp(bytes, back);
-        QVERIFY(back.notes == pad.notes && back.cells == pad.cells);
-    }
-
     // The demo's file is what the program writes, on frequencies where the simulated band has a station.
     void demoFile()
     {
@@ -106,17 +90,6 @@ private slots:
                                          [&](const SimStation &s) { return s.khz == c.toDouble(); }),
                              qPrintable(c));
         QVERIFY(cells >= 10);
-    }
-
-    // The newest at the head, twenty kept, the twenty-first slot never filled.
-    void shiftIn()
-    {
-        FrequencyList l;
-        for (int i = 1; i <= 21; ++i)
-            smalllists::shiftIn(l, QString::number(i));
-        QCOMPARE(l[0], QString("21"));
-        QCOMPARE(l[19], QString("2"));
-        QVERIFY(l[20].isEmpty());
     }
 
     // Limits 10..30000, both ends in; an empty or odd entry reads as 0.
