@@ -19,7 +19,7 @@ frm320Files::frm320Files()
     lblDBname = fileLabel;
 }
 
-frm320Files *frm320Files::open() { return openListWindow(the320Files); }
+frm320Files *frm320Files::open() { return raiseOrLoad(the320Files); }
 
 void frm320Files::Load320File()
 {

@@ -12,4 +12,4 @@ frmAero2rx::frmAero2rx()
     lstAero = list;
 }
 
-frmAero2rx *frmAero2rx::open() { return openFtlWindow(theAero2rx); }
+frmAero2rx *frmAero2rx::open() { return raiseOrLoad(theAero2rx); }

@@ -20,7 +20,7 @@ frmBdxc::frmBdxc()
     lblDbname = fileLabel;
 }
 
-frmBdxc *frmBdxc::open() { return openListWindow(theBdxc); }
+frmBdxc *frmBdxc::open() { return raiseOrLoad(theBdxc); }
 
 void frmBdxc::LoadBdxcFile()
 {

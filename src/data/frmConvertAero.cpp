@@ -1,4 +1,5 @@
 #include "frmConvertAero.h"
+#include "ui/widgets/raise_or_load.h"
 #include "core/runtime_error.h"
 #include "core/shared_state.h"
 #include "core/textfile.h"
@@ -32,19 +33,7 @@ frmConvertAero::frmConvertAero(QWidget *parent) : QWidget(parent)
     build();
 }
 
-frmConvertAero *frmConvertAero::open()
-{
-    if (theConverter) {
-        theConverter->showNormal();
-        theConverter->raise();
-        theConverter->activateWindow();
-        return theConverter;
-    }
-    auto *w = new frmConvertAero;
-    theConverter = w;
-    w->Form_Load();
-    return w;
-}
+frmConvertAero *frmConvertAero::open() { return raiseOrLoad(theConverter); }
 
 frmConvertAero *frmConvertAero::openWindow() { return theConverter; }
 

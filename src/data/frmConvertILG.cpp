@@ -1,4 +1,5 @@
 #include "frmConvertILG.h"
+#include "ui/widgets/raise_or_load.h"
 #include "core/frmWelcome.h"
 #include "core/shared_state.h"
 #include "core/textfile.h"
@@ -43,19 +44,7 @@ frmConvertILG::~frmConvertILG()
     frmWelcome::forgetOpenWindow(Win::frmConvertILG, this);
 }
 
-frmConvertILG *frmConvertILG::open()
-{
-    if (theConverter) {
-        theConverter->showNormal();
-        theConverter->raise();
-        theConverter->activateWindow();
-        return theConverter;
-    }
-    auto *w = new frmConvertILG;
-    theConverter = w;
-    w->Form_Load();
-    return w;
-}
+frmConvertILG *frmConvertILG::open() { return raiseOrLoad(theConverter); }
 
 frmConvertILG *frmConvertILG::openWindow() { return theConverter; }
 

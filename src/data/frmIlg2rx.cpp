@@ -16,7 +16,7 @@ frmIlg2rx::frmIlg2rx()
     connect(cmdSort, &QPushButton::clicked, this, guarded(guard_, [this] { cmdSort_Click(); }));
 }
 
-frmIlg2rx *frmIlg2rx::open() { return openFtlWindow(theIlg2rx); }
+frmIlg2rx *frmIlg2rx::open() { return raiseOrLoad(theIlg2rx); }
 
 void frmIlg2rx::cmdSort_Click()
 {

@@ -20,7 +20,7 @@ frmOwn::frmOwn()
     lblDbname = fileLabel;
 }
 
-frmOwn *frmOwn::open() { return openListWindow(theOwn); }
+frmOwn *frmOwn::open() { return raiseOrLoad(theOwn); }
 
 void frmOwn::LoadOwnFile()
 {

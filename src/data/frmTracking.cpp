@@ -1,4 +1,5 @@
 #include "frmTracking.h"
+#include "ui/widgets/raise_or_load.h"
 #include "core/frmWelcome.h"
 #include "core/numtext.h"
 #include "core/textfile.h"
@@ -225,16 +226,7 @@ frmTracking::~frmTracking()
 
 frmTracking *frmTracking::open()
 {
-    // One closed but not yet deleted is gone already.
-    if (theTracking && isOpen(Win::frmTracking)) {
-        theTracking->showNormal();
-        theTracking->raise();
-        theTracking->activateWindow();
-        return theTracking;
-    }
-    theTracking = new frmTracking;
-    theTracking->Form_Load();
-    return theTracking;
+    return raiseOrLoad(theTracking, [](const frmTracking &) { return isOpen(Win::frmTracking); });
 }
 
 void frmTracking::Form_Load()

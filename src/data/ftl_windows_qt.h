@@ -6,6 +6,7 @@
 #include "core/shared_state.h"
 #include "data/ftl_query.h"
 #include "ui/widgets/list_frame.h"
+#include "ui/widgets/raise_or_load.h"
 #include "ui/widgets/text_grid.h"
 #include "ui/widgets/window_guard.h"
 
@@ -147,24 +148,3 @@ private:
     double lastTuned_ = 0;
 };
 
-// The window of slot, raised, or a new one loaded into it.
-template <class W>
-W *openFtlWindow(QPointer<W> &slot)
-{
-    // A window closed but not yet deleted is gone for the listener: a new one comes.
-    if (slot && slot->isVisible()) {
-        slot->showNormal();
-        slot->raise();
-        slot->activateWindow();
-        return slot;
-    }
-    slot = new W;
-    try {
-        slot->Form_Load();
-    } catch (...) {
-        // A missing query file stops the load: no half-loaded window stays behind.
-        delete slot.data();
-        throw;
-    }
-    return slot;
-}

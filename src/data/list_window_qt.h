@@ -5,6 +5,7 @@
 #include "core/shared_state.h"
 #include "data/schedule_lists.h"
 #include "ui/widgets/list_frame.h"
+#include "ui/widgets/raise_or_load.h"
 #include "ui/widgets/text_grid.h"
 #include "ui/widgets/window_guard.h"
 
@@ -66,18 +67,3 @@ private:
     ListFrame *frame_ = nullptr;
 };
 
-// The window of slot, raised, or a new one loaded into it.
-template <class W>
-W *openListWindow(QPointer<W> &slot)
-{
-    // A window closed but not yet deleted is gone for the listener: a new one comes.
-    if (slot && slot->isVisible()) {
-        slot->showNormal();
-        slot->raise();
-        slot->activateWindow();
-        return slot;
-    }
-    slot = new W;
-    slot->Form_Load();
-    return slot;
-}

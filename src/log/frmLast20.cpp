@@ -1,4 +1,5 @@
 #include "frmLast20.h"
+#include "ui/widgets/raise_or_load.h"
 #include "core/frmWelcome.h"
 #include "core/numtext.h"
 #include "log/small_lists.h"
@@ -71,17 +72,7 @@ frmLast20::~frmLast20()
 
 frmLast20 *frmLast20::open()
 {
-    // One closed but not yet deleted is gone already.
-    if (theLast20 && isOpen(Win::frmLast20)) {
-        theLast20->showNormal();
-        theLast20->raise();
-        theLast20->activateWindow();
-        return theLast20;
-    }
-    auto *w = new frmLast20;
-    theLast20 = w;
-    w->Form_Load();
-    return w;
+    return raiseOrLoad(theLast20, [](const frmLast20 &) { return isOpen(Win::frmLast20); });
 }
 
 void frmLast20::Form_Load()

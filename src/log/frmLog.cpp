@@ -1,4 +1,5 @@
 #include "frmLog.h"
+#include "ui/widgets/raise_or_load.h"
 #include "core/frmWelcome.h"
 #include "core/numtext.h"
 #include "core/runtime_error.h"
@@ -67,16 +68,7 @@ frmLog::~frmLog()
 
 frmLog *frmLog::open()
 {
-    if (theLog) {
-        theLog->showNormal();
-        theLog->raise();
-        theLog->activateWindow();
-        return theLog;
-    }
-    std::unique_ptr<frmLog> w(new frmLog);
-    w->Form_Load();
-    theLog = w.get();
-    return w.release();
+    return raiseOrLoad(theLog, [](const frmLog &) { return isOpen(Win::frmLog); });
 }
 
 frmLog *frmLog::current() { return theLog; }

@@ -1,4 +1,5 @@
 #include "frmMarkfreqs.h"
+#include "ui/widgets/raise_or_load.h"
 #include "core/frmWelcome.h"
 #include "core/numtext.h"
 #include "log/small_lists.h"
@@ -69,17 +70,7 @@ frmMarkfreqs::~frmMarkfreqs()
 
 frmMarkfreqs *frmMarkfreqs::open()
 {
-    // One closed but not yet deleted is gone already.
-    if (theMarkfreqs && isOpen(Win::frmMarkfreqs)) {
-        theMarkfreqs->showNormal();
-        theMarkfreqs->raise();
-        theMarkfreqs->activateWindow();
-        return theMarkfreqs;
-    }
-    auto *w = new frmMarkfreqs;
-    theMarkfreqs = w;
-    w->Form_Load();
-    return w;
+    return raiseOrLoad(theMarkfreqs, [](const frmMarkfreqs &) { return isOpen(Win::frmMarkfreqs); });
 }
 
 void frmMarkfreqs::Form_Load()

@@ -1,4 +1,5 @@
 #include "frmScratchpad.h"
+#include "ui/widgets/raise_or_load.h"
 #include "core/frmWelcome.h"
 #include "core/numtext.h"
 #include "core/textfile.h"
@@ -163,17 +164,7 @@ frmScratchpad::~frmScratchpad()
 
 frmScratchpad *frmScratchpad::open()
 {
-    // One closed but not yet deleted is gone already.
-    if (thePad && isOpen(Win::frmScratchpad)) {
-        thePad->showNormal();
-        thePad->raise();
-        thePad->activateWindow();
-        return thePad;
-    }
-    auto *w = new frmScratchpad;
-    thePad = w;
-    w->Form_Load();
-    return w;
+    return raiseOrLoad(thePad, [](const frmScratchpad &) { return isOpen(Win::frmScratchpad); });
 }
 
 void frmScratchpad::Form_Load()
