@@ -47,12 +47,6 @@ void save(QWidget *w, const QString &name)
         std::printf("%s\n", qPrintable(path));
 }
 
-Win panelWin(int type)
-{
-    static const Win panels[] = {Win::frmNoRx, Win::frmAR7030, Win::frmNRD535, Win::frmRX320, Win::frmNRD545};
-    return panels[type];
-}
-
 void load(int kind, const QString &name)
 {
     fileType = int16_t(kind);

@@ -227,9 +227,8 @@ void frmWelcome::closeEvent(QCloseEvent *e)
 
 void frmWelcome::writeTitles()
 {
-    static const Win panels[] = {Win::frmNoRx, Win::frmAR7030, Win::frmNRD535, Win::frmRX320, Win::frmNRD545};
     if (rxType >= 0 && rxType <= 4) {
-        const Win p = panels[rxType];
+        const Win p = panelWin(rxType);
         if (isOpen(p))
             if (QWidget *w = openWindow(p))
                 w->setWindowTitle(panelTitle(rxType, ltText, utcText));

@@ -77,6 +77,12 @@ extern QString ltText, utcText, utcStamp;
 extern std::array<int32_t, kPositionCapacity> formLeft, formTop;
 extern std::array<bool, kPositionCapacity> isOpenFlags;
 inline bool &isOpen(Win w) { return isOpenFlags[size_t(w)]; }
+// The panel window of a receiver type 0..4 (rxType).
+inline Win panelWin(int type)
+{
+    static constexpr Win panels[] = {Win::frmNoRx, Win::frmAR7030, Win::frmNRD535, Win::frmRX320, Win::frmNRD545};
+    return panels[type];
+}
 
 // --- the RX-320's remembered settings (the receiver cannot report them) ---
 extern double rx320Freq;

@@ -63,8 +63,7 @@ void ListFrame::setFrequencyText(const QString &text) { txtFrequencyA->setText(t
 
 QWidget *ListFrame::panelWindow()
 {
-    static const Win panels[] = {Win::frmNoRx, Win::frmAR7030, Win::frmNRD535, Win::frmRX320, Win::frmNRD545};
-    return rxType >= 0 && rxType <= 4 ? frmWelcome::openWindow(panels[rxType]) : nullptr;
+    return rxType >= 0 && rxType <= 4 ? frmWelcome::openWindow(panelWin(rxType)) : nullptr;
 }
 
 void ListFrame::showPanel()
