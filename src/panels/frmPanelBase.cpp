@@ -2,6 +2,7 @@
 #include "core/frmWelcome.h"
 #include "core/runtime_error.h"
 #include "core/session_clock.h"
+#include "panels/menu_holds_qt.h"
 #include "panels/menu_windows_qt.h"
 #include "ui/facades.h"
 #include "ui/widgets/form_position.h"
@@ -138,13 +139,27 @@ void frmPanelBase::finishMenu()
         if (row.serves(type_) && (!row.offered || row.offered()))
             wireMenu(QLatin1String(row.entry), [this, open = row.open] { open(*this); });
     for (auto &[name, a] : entries_) {
-        if (wired_.count(name))
+        if (wired_.count(name) || a->menu())
             continue;
         a->setEnabled(false);
         a->setToolTip(tr("Not available in this version"));
     }
     for (QMenu *m : menuBar()->findChildren<QMenu *>())
         m->setToolTipsVisible(true);
+    refreshMenuHolds();
+}
+
+void frmPanelBase::refreshMenuHolds()
+{
+    for (auto &[name, a] : entries_)
+        a->setEnabled((wired_.count(name) || a->menu()) && menuHoldCount(name) == 0);
+}
+
+void frmPanelBase::applyMenuHolds()
+{
+    for (int type = rxNone; type <= rxNRD545; ++type)
+        if (auto *p = qobject_cast<frmPanelBase *>(frmWelcome::openWindow(panelWin(type))))
+            p->refreshMenuHolds();
 }
 
 // --- connections ---

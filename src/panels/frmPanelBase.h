@@ -88,6 +88,9 @@ public:
     bool muted() const { return muted_; }
     bool running() const { return running_; }
 
+    // Every open panel's entries as the menu holds now say (menu_holds_qt.h).
+    static void applyMenuHolds();
+
     // Unloads every open window of the program but the start window and except.
     static void closeAllWindows(QWidget *except);
 
@@ -217,4 +220,5 @@ protected:
 private:
     std::map<QString, QAction *> entries_;
     std::map<QString, bool> wired_;
+    void refreshMenuHolds();
 };

@@ -84,6 +84,9 @@ std::map<QString, QAction *> build(QMainWindow *window, const QStringList &omit,
             return top;
         QMenu *m = top->addMenu(sub);
         m->setObjectName(QStringLiteral("menu") + sub);
+        // A submenu is an entry too, "mnuScan", which a window may hold disabled as a whole.
+        m->menuAction()->setObjectName(QStringLiteral("mnu") + sub);
+        entries[QStringLiteral("mnu") + sub] = m->menuAction();
         menus[key] = m;
         return m;
     };

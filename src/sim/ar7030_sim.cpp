@@ -402,7 +402,10 @@ double Ar7030Sim::bandLevel() const
     if (!state_.powerOn)
         return 0;
     const double bw = filterKhz(state_.filter);
-    return band_.sUnits(state_.khz, ui::now().toUTC(), bw > 0 ? bw : 6.0);
+    // The RF stage: setting 0 is the +10 dB preamplifier, 1 flat, each further one 10 dB down.
+    const double s = band_.sUnits(state_.khz, ui::now().toUTC(), bw > 0 ? bw : 6.0) -
+                     10.0 / 6.0 * (state_.rfGain - 1);
+    return std::max(0.0, s);
 }
 
 // Half-dB steps from -127 dBm (S0): S units of 6 dB are 12 steps each.
