@@ -3,6 +3,7 @@
 #include "core/frmWelcome.h"
 #include "core/textfile.h"
 #include "panels/frmNoRx.h"
+#include "panels/menu_holds_qt.h"
 #include "panels/menu_windows_qt.h"
 #include "panel_rig.h"
 #include "testmain.h"
@@ -90,6 +91,21 @@ private slots:
             QVERIFY2(a->isEnabled() == (!row.offered || row.offered()), row.entry);
         }
         QVERIFY(seen.contains("mnuAbout"));
+        // Holds are counted: one window's going leaves what another still holds, and the last
+        // gives an entry back only if a window serves it.
+        const bool smeterServed = std::any_of(menuWindows().begin(), menuWindows().end(), [&](const MenuWindow &r) {
+            return r.serves(type) && QLatin1String(r.entry) == QLatin1String("mnuSmeter");
+        });
+        {
+            MenuHold a({"mnuScan", "mnuSmeter"});
+            {
+                MenuHold b({"mnuScan", "mnuAbout"});
+                QVERIFY(!p->menuEntry("mnuScan")->isEnabled() && !p->menuEntry("mnuAbout")->isEnabled());
+            }
+            QVERIFY(!p->menuEntry("mnuScan")->isEnabled() && p->menuEntry("mnuAbout")->isEnabled());
+        }
+        QVERIFY(p->menuEntry("mnuScan")->isEnabled() && p->menuEntry("mnuPropagation")->isEnabled());
+        QCOMPARE(p->menuEntry("mnuSmeter")->isEnabled(), smeterServed);
     }
 
     // What assistive tools get: a control that shows text is known by that text, never by a
