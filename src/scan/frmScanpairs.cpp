@@ -160,6 +160,7 @@ frmScanpairs::frmScanpairs(QWidget *parent) : QWidget(parent)
     lblFilename->setFrameShape(QFrame::Panel);
     lblFilename->setFrameShadow(QFrame::Sunken);
     lblFilename->setMinimumWidth(fm.horizontalAdvance(QString(24, u'x')));
+    lblFilename->setFixedHeight(txtRemarks[0]->sizeHint().height());
 
     auto *side = new QVBoxLayout;
     side->addWidget(sides);
@@ -176,6 +177,7 @@ frmScanpairs::frmScanpairs(QWidget *parent) : QWidget(parent)
     auto *left = new QVBoxLayout;
     left->addLayout(rows);
     left->addLayout(file);
+    left->addStretch(1);
     auto *all = new QHBoxLayout(this);
     all->addLayout(left);
     all->addSpacing(8);

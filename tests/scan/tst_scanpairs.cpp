@@ -137,6 +137,9 @@ private slots:
         const int i = shown;
         QCOMPARE(rig.w->lblChannelB[5]->text() + rig.w->txtRemarks[5]->text(), QStringLiteral("%1r%2").arg(4000 + 10 * i).arg(i));
         QCOMPARE(rig.w->chkChannel[5]->isChecked(), i % 2 == 0);
+        // A click on a channel tunes to it while no scan runs.
+        QTest::mouseClick(rig.w->lblChannelB[5], Qt::LeftButton);
+        QCOMPARE(qRound(rig.ar().frequencyKhz()), 4000 + 10 * i);
     }
 
     // The boxes take what lies within their bounds and fall back silently otherwise: the start
