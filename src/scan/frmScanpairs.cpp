@@ -400,7 +400,9 @@ void frmScanpairs::cmdStop_Click()
 
 void frmScanpairs::tmrScanpairs_Timer()
 {
-    if (!scanning() || guard_.stopRequested())
+    // The hub's message for a frequency out of range waits for the listener while the timer
+    // goes on: those ticks are passed over, not piled up.
+    if (!scanning() || guard_.stopRequested() || ticking_)
         return;
     const int pos = nextTicked(scanPos_, scanFirst_, scanLast_);
     if (pos < 0) {
@@ -414,10 +416,12 @@ void frmScanpairs::tmrScanpairs_Timer()
     const QString &text = optScanAB[1]->isChecked() ? PairChannelB[pos] : PairChannelA[pos];
     double f = numtext::Val(text);
     QPointer<frmScanpairs> self(this);
+    ticking_ = true;
     if (frmWelcome *w = frmWelcome::instance())
         w->Change2FreqA(f);
     if (!self)
         return;
+    ticking_ = false;
     showactivepairs(pos);
     scanPos_ = advance(pos, scanFirst_, scanLast_, PairLast);
 }
@@ -426,6 +430,7 @@ void frmScanpairs::tmrScanpairs_Timer()
 
 void frmScanpairs::LoadSfpFile()
 {
+    storeFocusedRow();
     setCursor(Qt::WaitCursor);
     const QString name = chosenFileTable[kSfpKind];
     const QString why = readSfp(textfile::readAll(chosenFilePath()));
@@ -439,6 +444,9 @@ void frmScanpairs::LoadSfpFile()
         return;
     }
     pairFileName = name;
+    // The rows still show the numbers of the old pairs: nothing of them may go into the new ones.
+    for (QLabel *l : lblNr)
+        l->clear();
     vsbActnr->setMaximum(PairLast);
     txtEnd->setText(numtext::strBlank(PairLast));
     lblFilename->setText(name);

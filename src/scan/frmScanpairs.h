@@ -83,5 +83,6 @@ private:
     int scanLast_ = 0;
     int scanPos_ = 0;
     float scanDelay_ = 1;
+    bool ticking_ = false;
     WindowGuard guard_{this};
 };

@@ -232,6 +232,40 @@ private slots:
         chosenFileTable[12] = "SFP_out.TXT";
         QVERIFY(runWriter());
         QCOMPARE(readFile(rig.dir.filePath("SFP/SFP_out.TXT")), QByteArray("3000,4000, 1,r0\r\n3010,4010, 1,net day\r\n3020,4020, 0,r2\r\n"));
+        // An edit left by loading goes to the pair it belonged to, never into the new ones.
+        QApplication::setActiveWindow(rig.w);
+        rig.w->txtRemarks[5]->setFocus();
+        rig.w->txtRemarks[5]->setText("stale");
+        rig.load(pairFile("1"));
+        QCOMPARE(sfpBytes(), QByteArray("3000,4000, 1,r0\r\n"));
+    }
+
+    // The hub's message for a pair out of the receiver's range waits for the listener; the ticks
+    // that come meanwhile are passed over, and the scan goes on after it.
+    void outOfRangeWhileWaiting()
+    {
+        PairsRig rig;
+        rig.load("99999,1, 1,far\r\n3000,4000, 1,near\r\n");
+        QTest::mouseClick(rig.w->cmdStart, Qt::LeftButton);
+        struct Nested : ui::DialogBackend {
+            frmScanpairs *w;
+            int shown = 0;
+            int msgBox(const QString &, int, const QString &) override
+            {
+                ++shown;
+                w->tmrScanpairs_Timer();
+                return ui::vbOK;
+            }
+            QString inputBox(const QString &, const QString &, const QString &def) override { return def; }
+        };
+        auto nested = std::make_shared<Nested>();
+        nested->w = rig.w;
+        const auto old = ui::installDialogs(nested);
+        rig.w->tmrScanpairs_Timer();
+        ui::installDialogs(old);
+        QCOMPARE(nested->shown, 1);
+        rig.w->tmrScanpairs_Timer();
+        QCOMPARE(qRound(rig.ar().frequencyKhz()), 3000);
     }
 
     // On the NRD sets Start takes the remote lock and Stop (or leaving while scanning) gives it
