@@ -88,7 +88,7 @@ frmScanlist::frmScanlist(QWidget *parent) : QWidget(parent)
     lblEnd = label("lblEnd", QStringLiteral("End time"));
     lblEndUTC = label("lblEndUTC", QString());
     for (QLabel *l : {lblStartUTC, lblEndUTC})
-        l->setMinimumWidth(80);
+        l->setMinimumWidth(70);
 
     cmdStart = button("cmdStart", QStringLiteral("Start"), tr("Clear the chart and scan the list from the first place"));
     cmdStop = button("cmdStop", QStringLiteral("Stop"), tr("Stop the scan"));
@@ -99,23 +99,30 @@ frmScanlist::frmScanlist(QWidget *parent) : QWidget(parent)
     cmdPanel = button("cmdPanel", QStringLiteral("Panel"), tr("Show the receiver's panel"));
     cmdExit = button("cmdExit", QStringLiteral("Exit"), tr("Stop the scan and close the window"));
 
+    // The settings, the pass count and the times stand in the free strip above the bars.
+    auto *strip = new QWidget(picture);
     auto *settings = new QHBoxLayout;
-    for (QWidget *w : std::initializer_list<QWidget *>{lblUpdate, txtUpdate, lblDelay, txtDelay})
-        settings->addWidget(w);
-    settings->addSpacing(16);
-    settings->addWidget(lblRun);
-    settings->addWidget(lblRuns);
-    settings->addSpacing(16);
-    for (QWidget *w : std::initializer_list<QWidget *>{lblStart, lblStartUTC, lblEnd, lblEndUTC})
+    for (QWidget *w : std::initializer_list<QWidget *>{lblUpdate, txtUpdate, lblDelay, txtDelay, lblRun, lblRuns})
         settings->addWidget(w);
     settings->addStretch();
+    auto *times = new QHBoxLayout;
+    for (QWidget *w : std::initializer_list<QWidget *>{lblStart, lblStartUTC, lblEnd, lblEndUTC})
+        times->addWidget(w);
+    times->addStretch();
+    auto *stripRows = new QVBoxLayout(strip);
+    stripRows->setContentsMargins(0, 0, 0, 0);
+    stripRows->setSpacing(2);
+    settings->setSpacing(8);
+    times->setSpacing(8);
+    stripRows->addLayout(settings);
+    stripRows->addLayout(times);
+    strip->setGeometry(64, 2, 512, 64);
     auto *buttons = new QHBoxLayout;
     for (QPushButton *b : {cmdStart, cmdStop, cmdContinue, cmdCls, cmdLoad, cmdsaveas, cmdPanel, cmdExit})
         buttons->addWidget(b);
     auto *col = new QVBoxLayout(this);
     col->addLayout(placesGrid);
-    col->addWidget(picture);
-    col->addLayout(settings);
+    col->addWidget(picture, 0, Qt::AlignHCenter);
     col->addLayout(buttons);
     col->setSizeConstraint(QLayout::SetFixedSize);
 
