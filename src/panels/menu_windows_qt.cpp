@@ -20,6 +20,7 @@
 #include "panels/frmUserdefs.h"
 #include "panels/frmUserdefs545.h"
 #include "panels/panel_logic.h"
+#include "scan/frmScanlist.h"
 #include "scan/frmScanpairs.h"
 #include "ui/facades.h"
 
@@ -66,6 +67,7 @@ const std::vector<MenuWindow> &menuWindows()
         {"mnuLast20", [](frmPanelBase &) { frmLast20::open(); }},
         {"mnuLog", [](frmPanelBase &) { frmLog::open(); }},
         {"mnuTracking", [](frmPanelBase &) { frmTracking::open(); }},
+        {"mnuScanFreqlist", [](frmPanelBase &) { frmScanlist::open(); }},
         {"mnuScanfreqpairs", [](frmPanelBase &) { frmScanpairs::open(); }},
         // The RX-320's menu knows the marked frequencies and the scratchpad under names of its own.
         {"mnuMaqrkfreqs", [](frmPanelBase &) { frmMarkfreqs::open(); }, {rxNone, rxAR7030, rxNRD535, rxNRD545}},

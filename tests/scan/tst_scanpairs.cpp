@@ -63,13 +63,13 @@ struct PairsRig : PanelRig {
     }
 };
 
-struct ScanCase { QString ticks, start, end; int side; int ticksRun; QString tuned; bool guard; };
-struct BoxCase { QString box, text, shown; double value; };
-struct LockCase { int lockState; QString end; QByteArray atStart, atEnd; };
+struct PairScanCase { QString ticks, start, end; int side; int ticksRun; QString tuned; bool guard; };
+struct PairBoxCase { QString box, text, shown; double value; };
+struct PairLockCase { int lockState; QString end; QByteArray atStart, atEnd; };
 } // namespace
-Q_DECLARE_METATYPE(ScanCase)
-Q_DECLARE_METATYPE(BoxCase)
-Q_DECLARE_METATYPE(LockCase)
+Q_DECLARE_METATYPE(PairScanCase)
+Q_DECLARE_METATYPE(PairBoxCase)
+Q_DECLARE_METATYPE(PairLockCase)
 
 class TestScanPairs : public QObject {
     Q_OBJECT
@@ -78,17 +78,17 @@ private slots:
     // through the end of the list; a range without a tick stops as Stop does and says so.
     void scanOrder_data()
     {
-        QTest::addColumn<ScanCase>("c");
-        QTest::newRow("over the end") << ScanCase{"1111111111", "8", "2", 0, 6, "3080 3090 3000 3010 3020 3080", false};
-        QTest::newRow("plain range, B side") << ScanCase{"1111111111", "3", "5", 1, 4, "4030 4040 4050 4030", false};
-        QTest::newRow("unticked passed over") << ScanCase{"0110000001", "8", "2", 0, 4, "3090 3010 3020 3090", false};
-        QTest::newRow("tick other than 1 counts") << ScanCase{"0020000000", "0", "9", 0, 2, "3020 3020", false};
-        QTest::newRow("ticks only outside the range") << ScanCase{"1000011111", "1", "4", 0, 1, "", true};
-        QTest::newRow("end falls back to the last") << ScanCase{"0000000001", "7", "12", 0, 2, "3090 3090", false};
+        QTest::addColumn<PairScanCase>("c");
+        QTest::newRow("over the end") << PairScanCase{"1111111111", "8", "2", 0, 6, "3080 3090 3000 3010 3020 3080", false};
+        QTest::newRow("plain range, B side") << PairScanCase{"1111111111", "3", "5", 1, 4, "4030 4040 4050 4030", false};
+        QTest::newRow("unticked passed over") << PairScanCase{"0110000001", "8", "2", 0, 4, "3090 3010 3020 3090", false};
+        QTest::newRow("tick other than 1 counts") << PairScanCase{"0020000000", "0", "9", 0, 2, "3020 3020", false};
+        QTest::newRow("ticks only outside the range") << PairScanCase{"1000011111", "1", "4", 0, 1, "", true};
+        QTest::newRow("end falls back to the last") << PairScanCase{"0000000001", "7", "12", 0, 2, "3090 3090", false};
     }
     void scanOrder()
     {
-        QFETCH(ScanCase, c);
+        QFETCH(PairScanCase, c);
         PairsRig rig;
         rig.load(pairFile(c.ticks));
         rig.w->txtStart->setText(c.start);
@@ -146,20 +146,20 @@ private slots:
     // to 0, the end to the last pair, the delay to one second.
     void boxes_data()
     {
-        QTest::addColumn<BoxCase>("c");
-        QTest::newRow("delay 0.4") << BoxCase{"txtDelay", "0.4", "1", 1000};
-        QTest::newRow("delay 61") << BoxCase{"txtDelay", "61", "1", 1000};
-        QTest::newRow("delay 0,5") << BoxCase{"txtDelay", "0,5", "0,5", 500};
-        QTest::newRow("delay 60") << BoxCase{"txtDelay", "60", "60", 60000};
-        QTest::newRow("end above the last") << BoxCase{"txtEnd", "10", " 9", 9};
-        QTest::newRow("end within") << BoxCase{"txtEnd", "4", "4", 4};
-        QTest::newRow("start below 0") << BoxCase{"txtStart", "-1", "0", 0};
-        QTest::newRow("start above the last") << BoxCase{"txtStart", "10", "0", 0};
-        QTest::newRow("start 3.7") << BoxCase{"txtStart", "3.7", "3.7", 3};
+        QTest::addColumn<PairBoxCase>("c");
+        QTest::newRow("delay 0.4") << PairBoxCase{"txtDelay", "0.4", "1", 1000};
+        QTest::newRow("delay 61") << PairBoxCase{"txtDelay", "61", "1", 1000};
+        QTest::newRow("delay 0,5") << PairBoxCase{"txtDelay", "0,5", "0,5", 500};
+        QTest::newRow("delay 60") << PairBoxCase{"txtDelay", "60", "60", 60000};
+        QTest::newRow("end above the last") << PairBoxCase{"txtEnd", "10", " 9", 9};
+        QTest::newRow("end within") << PairBoxCase{"txtEnd", "4", "4", 4};
+        QTest::newRow("start below 0") << PairBoxCase{"txtStart", "-1", "0", 0};
+        QTest::newRow("start above the last") << PairBoxCase{"txtStart", "10", "0", 0};
+        QTest::newRow("start 3.7") << PairBoxCase{"txtStart", "3.7", "3.7", 3};
     }
     void boxes()
     {
-        QFETCH(BoxCase, c);
+        QFETCH(PairBoxCase, c);
         PairsRig rig;
         rig.load(pairFile("1111111111"));
         auto *box = rig.w->findChild<QLineEdit *>(c.box);
@@ -272,15 +272,15 @@ private slots:
     // back, unless the listener has locked the panel himself.
     void lock_data()
     {
-        QTest::addColumn<LockCase>("c");
-        QTest::newRow("Start, Stop") << LockCase{0, "cmdStop", "H1\rH1\r", "H0\rH0\r"};
-        QTest::newRow("Start, Exit") << LockCase{0, "cmdExit", "H1\rH1\r", "H0\rH0\r"};
-        QTest::newRow("panel locked by hand") << LockCase{1, "cmdStop", "", ""};
-        QTest::newRow("panel closed while scanning") << LockCase{0, "panel", "H1\rH1\r", "line closed"};
+        QTest::addColumn<PairLockCase>("c");
+        QTest::newRow("Start, Stop") << PairLockCase{0, "cmdStop", "H1\rH1\r", "H0\rH0\r"};
+        QTest::newRow("Start, Exit") << PairLockCase{0, "cmdExit", "H1\rH1\r", "H0\rH0\r"};
+        QTest::newRow("panel locked by hand") << PairLockCase{1, "cmdStop", "", ""};
+        QTest::newRow("panel closed while scanning") << PairLockCase{0, "panel", "H1\rH1\r", "line closed"};
     }
     void lock()
     {
-        QFETCH(LockCase, c);
+        QFETCH(PairLockCase, c);
         PairsRig rig(rxNRD535);
         rig.load(pairFile("11"));
         lockState = int16_t(c.lockState);
