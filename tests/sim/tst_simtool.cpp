@@ -53,8 +53,6 @@ private slots:
                                                   "read page 0 addr 0x1C = 0x8E"} << "6070123";
         QTest::newRow("USB") << QStringList{"M", "USB", "2400"} << "mode USB" << "m"
                              << QStringList{"read page 0 addr 0x1D = 0x07"} << "USB";
-        QTest::newRow("FM") << QStringList{"M", "FM", "9000"} << "mode NFM" << "m"
-                            << QStringList{"read page 0 addr 0x1D = 0x03"} << "FM";
     }
     void ar7030SetThenRead()
     {
