@@ -78,24 +78,6 @@ private slots:
             QCOMPARE(out.first(), answer);
     }
 
-    // The AR7030's signal routine answers one byte, so the client does not time out; a client
-    // that calibrates it with the receiver's own table gets dB over S9.
-    void ar7030Level()
-    {
-        SimTool sim;
-        QString why;
-        QVERIFY2(sim.start("ar7030", &why), qPrintable(why));
-        QStringList log;
-        rigctl(sim, 5003, 1200, {"F", "10000000"}, &log); // a standard frequency, always on the air
-        const QRegularExpression re("^signal strength \\d+ \\((-?\\d+) dBm\\)$");
-        QVERIFY2(!rigctl(sim, 5003, 1200, {"l", "RAWSTR"}, &log).value_or(QStringList()).isEmpty() && !log.filter(re).isEmpty(),
-                 qPrintable(log.join(" | ")));
-        const QStringList plus = rigctl(sim, 5015, 1200, {"l", "STRENGTH"}, &log).value_or(QStringList());
-        QVERIFY2(!plus.isEmpty() && !log.filter(re).isEmpty(), qPrintable(log.join(" | ")));
-        const int dbm = re.match(log.filter(re).last()).captured(1).toInt();
-        QVERIFY2(std::abs(plus.first().toInt() - (std::clamp(dbm, -113, -23) + 73)) <= 3, qPrintable(plus.first()));
-    }
-
     void nrdSetThenRead_data()
     {
         QTest::addColumn<QString>("model");
