@@ -139,7 +139,6 @@ private slots:
         QTest::newRow("Bass -20 clamped, fw 13") << "Bass" << -20.0 << 13 << 0x00 << hex("50 32 41 71 50 32 41 30 67 24");
         QTest::newRow("Treble -8") << "Treble" << -8.0 << 14 << 0xF9 << hex("50 32 42 71 50 32 42 3F 62 25");
         QTest::newRow("Volume 99") << "Volume" << 99.0 << 14 << 0xC5 << hex("50 31 4E 71 50 31 4E 3F 6F 25");
-        QTest::newRow("Left 50") << "Leftauxlevel" << 50.0 << 14 << 0x40 << hex("50 32 43 71 50 32 43 36 6D 25");
         QTest::newRow("Left 10, all bits set") << "Leftauxlevel" << 10.0 << 14 << 0xFF << hex("50 32 43 71 50 32 43 3D 6F 25");
         QTest::newRow("Right 0, all bits set") << "Rightauxlevel" << 0.0 << 14 << 0xFF << hex("50 32 44 71 50 32 44 3D 6B 25");
     }

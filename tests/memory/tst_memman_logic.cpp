@@ -86,7 +86,6 @@ private slots:
         QTest::newRow("last cell, exchange would help") << "99" << "10" << "-";
         QTest::newRow("to past the last") << "0" << "100" << "-";
         QTest::newRow("past 16 bits") << "0" << "99999" << "-";
-        QTest::newRow("huge") << "1E300" << "5" << "-";
         QTest::newRow("negative") << "-1" << "5" << "-";
         QTest::newRow("decimals, halves to even") << "1.5" << "2.5" << "2-2";
         QTest::newRow("rounds up to zero") << "-0.4" << "3" << "0-3";

@@ -53,8 +53,6 @@ private slots:
                                                   "read page 0 addr 0x1C = 0x8E"} << "6070123";
         QTest::newRow("USB") << QStringList{"M", "USB", "2400"} << "mode USB" << "m"
                              << QStringList{"read page 0 addr 0x1D = 0x07"} << "USB";
-        QTest::newRow("FM") << QStringList{"M", "FM", "9000"} << "mode NFM" << "m"
-                            << QStringList{"read page 0 addr 0x1D = 0x03"} << "FM";
     }
     void ar7030SetThenRead()
     {
@@ -78,24 +76,6 @@ private slots:
             QVERIFY2(std::llabs(out.first().toLongLong() - answer.toLongLong()) <= 3, qPrintable(out.first()));
         else
             QCOMPARE(out.first(), answer);
-    }
-
-    // The AR7030's signal routine answers one byte, so the client does not time out; a client
-    // that calibrates it with the receiver's own table gets dB over S9.
-    void ar7030Level()
-    {
-        SimTool sim;
-        QString why;
-        QVERIFY2(sim.start("ar7030", &why), qPrintable(why));
-        QStringList log;
-        rigctl(sim, 5003, 1200, {"F", "10000000"}, &log); // a standard frequency, always on the air
-        const QRegularExpression re("^signal strength \\d+ \\((-?\\d+) dBm\\)$");
-        QVERIFY2(!rigctl(sim, 5003, 1200, {"l", "RAWSTR"}, &log).value_or(QStringList()).isEmpty() && !log.filter(re).isEmpty(),
-                 qPrintable(log.join(" | ")));
-        const QStringList plus = rigctl(sim, 5015, 1200, {"l", "STRENGTH"}, &log).value_or(QStringList());
-        QVERIFY2(!plus.isEmpty() && !log.filter(re).isEmpty(), qPrintable(log.join(" | ")));
-        const int dbm = re.match(log.filter(re).last()).captured(1).toInt();
-        QVERIFY2(std::abs(plus.first().toInt() - (std::clamp(dbm, -113, -23) + 73)) <= 3, qPrintable(plus.first()));
     }
 
     void nrdSetThenRead_data()
