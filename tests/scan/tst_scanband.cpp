@@ -222,6 +222,7 @@ private slots:
         const QString bands[] = {" 6000\r\n 6050\r\n 5", " 6000\r\n 6050\r\n 5", " 6000\r\n 99999\r\n 5",
                                  " 6000\r\n 6050\r\n 5", " 6000\r\n 6050\r\n 5"};
         const int labels[] = {0, 1, 2, 3, 0};
+        const int colors[] = {9, 10, 13, 12, 9};
         for (int k = 0; k < 5; ++k) {
             const QString name = QString("SAN_load%1.TXT").arg(k + 1);
             rig.writeSan(name, san(bands[k], {" 2", "010", QString::number(50 + 20 * k), "000"}));
@@ -229,7 +230,7 @@ private slots:
                 rig.env.dialogs->expectMsgBox("Input ERROR");
             rig.load(name);
             VERIFY_DIALOGS_CLEAN(rig.env);
-            const QColor c = ChartCanvas::standardColor(overlayColor(k + 1));
+            const QColor c = ChartCanvas::standardColor(colors[k]);
             QCOMPARE(rig.w->lblDbname[size_t(labels[k])]->text(), QString("3 Mar 2026  20:30 Z   load%1").arg(k + 1));
             QCOMPARE(rig.w->lblDbname[size_t(labels[k])]->palette().color(QPalette::WindowText), c);
             QVERIFY2(rig.colorPixels(c) > 0, qPrintable(name));
@@ -265,26 +266,31 @@ private slots:
     void continueAfterStop_data()
     {
         QTest::addColumn<QString>("end");
+        QTest::addColumn<bool>("loop");
         QTest::addColumn<int>("ticks");
-        QTest::addColumn<bool>("enabled");
-        QTest::newRow("three to go") << "6050" << 7 << true;
-        QTest::newRow("two to go") << "6050" << 8 << false;
-        QTest::newRow("plain quotient 10.4") << "6052" << 8 << true;
-        QTest::newRow("plain quotient 10.4, one more") << "6052" << 9 << false;
+        QTest::addColumn<double>("continuedKhz"); // 0: Continue stays off
+        QTest::newRow("three to go") << "6050" << false << 7 << 6040.0;
+        QTest::newRow("two to go") << "6050" << false << 8 << 0.0;
+        QTest::newRow("plain quotient 10.4") << "6052" << false << 8 << 6045.0;
+        QTest::newRow("plain quotient 10.4, one more") << "6052" << false << 9 << 0.0;
+        QTest::newRow("looped to the start") << "6050" << true << 11 << 6005.0;
     }
     void continueAfterStop()
     {
         QFETCH(QString, end);
+        QFETCH(bool, loop);
         QFETCH(int, ticks);
-        QFETCH(bool, enabled);
+        QFETCH(double, continuedKhz);
         BandRig rig(rxAR7030);
+        if (loop)
+            rig.w->chkLoop->click();
         rig.start("6000", end, "5");
         rig.ticks(ticks);
         QTest::mouseClick(rig.w->cmdStop, Qt::LeftButton);
-        QCOMPARE(rig.w->cmdContinue->isEnabled(), enabled);
-        if (enabled) {
+        QCOMPARE(rig.w->cmdContinue->isEnabled(), continuedKhz > 0);
+        if (continuedKhz > 0) {
             QTest::mouseClick(rig.w->cmdContinue, Qt::LeftButton);
-            QCOMPARE(rig.tuned(), 6000.0 + 5 * (ticks + 1));
+            QCOMPARE(rig.tuned(), continuedKhz);
             QVERIFY(rig.w->tmrScanband.isActive());
         }
     }
