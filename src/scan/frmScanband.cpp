@@ -53,7 +53,7 @@ frmScanband::frmScanband(QWidget *parent) : QWidget(parent)
     tmrSqlon.setObjectName(QStringLiteral("tmrSqlon"));
     tmrSqlon.setInterval(1000);
 
-    picScanband = new ChartCanvas(600, 400, this);
+    picScanband = new ChartCanvas(640, 400, this);
     picScanband->setBackColor(kBack);
     picScanband->cls();
     auto label = [](const char *name, const QString &text, QWidget *parent) {
@@ -132,24 +132,21 @@ frmScanband::frmScanband(QWidget *parent) : QWidget(parent)
     cmdCls->setToolTip(tr("Clear the chart"));
     setButtonColor(cmdTunerx, kTuneBack);
 
-    lblTimedate = label("lblTimedate", {}, this);
-    lblFreq = label("lblFreq", {}, this);
-    lblFreq1 = label("lblFreq1", {}, this);
-    auto *names = new QVBoxLayout;
-    names->setSpacing(0);
+    // The state and the loaded sweeps' names stand above the chart, in the canvas's free top.
+    lblTimedate = label("lblTimedate", {}, picScanband);
+    lblFreq = label("lblFreq", {}, picScanband);
+    lblFreq1 = label("lblFreq1", {}, picScanband);
+    lblTimedate->setGeometry(70, 10, 220, 18);
+    lblFreq->setGeometry(300, 10, 110, 18);
+    lblFreq1->setGeometry(420, 10, 150, 18);
     for (int i = 0; i < 4; ++i) {
-        lblDbname[size_t(i)] = label(qPrintable(QStringLiteral("lblDbname_%1").arg(i)), {}, this);
-        names->addWidget(lblDbname[size_t(i)]);
+        lblDbname[size_t(i)] = label(qPrintable(QStringLiteral("lblDbname_%1").arg(i)), {}, picScanband);
+        lblDbname[size_t(i)]->setGeometry(70, 50 + 20 * i, 500, 18);
     }
-    auto *state = new QHBoxLayout;
-    state->addWidget(lblTimedate, 2);
-    state->addWidget(lblFreq, 1);
-    state->addWidget(lblFreq1, 1);
 
     auto *left = new QVBoxLayout;
     left->addWidget(picScanband);
-    left->addLayout(state);
-    left->addLayout(names);
+    left->addStretch(1);
     auto *buttons = new QGridLayout;
     const QPushButton *order[] = {cmdStart, cmdStop, cmdContinue, cmdCls, cmdTunerx, cmdSave, cmdLoad, cmdPanel, cmdExit};
     for (int i = 0; i < 9; ++i)

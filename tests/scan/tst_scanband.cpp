@@ -174,6 +174,27 @@ private slots:
         QCOMPARE(int(ScanBandLastCount), 11);
     }
 
+    // A step measured sweep after sweep, as each ShowMode keeps and shows it.
+    void showModes_data()
+    {
+        QTest::addColumn<int>("mode");
+        QTest::addColumn<QList<float>>("levels");
+        QTest::addColumn<QList<float>>("shown");
+        QTest::newRow("latest") << 0 << QList<float>{3, 1} << QList<float>{3, 1};
+        QTest::newRow("highest") << 1 << QList<float>{3, 5, 4} << QList<float>{3, 5, 5};
+        QTest::newRow("averaging last 3") << 2 << QList<float>{3, 6, 9, 12} << QList<float>{1, 3, 6, 9};
+    }
+    void showModes()
+    {
+        QFETCH(int, mode);
+        QFETCH(QList<float>, levels);
+        QFETCH(QList<float>, shown);
+        Levels latest{}, prev1{}, prev2{};
+        for (int k = 0; k < levels.size(); ++k)
+            QCOMPARE(storeLevel(mode, 500, levels[k], latest, prev1, prev2), shown[k]);
+        QCOMPARE(latest[500], mode == 1 ? 5.0f : levels.back());
+    }
+
     void sanWriter()
     {
         resetState();
