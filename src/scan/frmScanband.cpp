@@ -148,9 +148,9 @@ frmScanband::frmScanband(QWidget *parent) : QWidget(parent)
     left->addWidget(picScanband);
     left->addStretch(1);
     auto *buttons = new QGridLayout;
-    const QPushButton *order[] = {cmdStart, cmdStop, cmdContinue, cmdCls, cmdTunerx, cmdSave, cmdLoad, cmdPanel, cmdExit};
+    QPushButton *const order[] = {cmdStart, cmdStop, cmdContinue, cmdCls, cmdTunerx, cmdSave, cmdLoad, cmdPanel, cmdExit};
     for (int i = 0; i < 9; ++i)
-        buttons->addWidget(const_cast<QPushButton *>(order[i]), i / 2, i % 2);
+        buttons->addWidget(order[i], i / 2, i % 2);
     auto *right = new QVBoxLayout;
     right->addWidget(fraSetup);
     right->addStretch(1);
@@ -311,6 +311,8 @@ void frmScanband::cmdStart_Click()
         return;
     lblTimedate->setText(utcText + QStringLiteral(" Z"));
     lblFreq1->setText(QStringLiteral("Scanning"));
+    // Start does not tune: the first tick measures where the receiver stands, and the band's own
+    // steps begin with the tuning at its end.
     ScanBandFreq = ScanBandStart;
     tmrScanband.start();
 }
@@ -348,6 +350,7 @@ void frmScanband::tmrScanband_Timer()
         cmdContinue->setEnabled(true);
         return;
     }
+    // Without the loop the last step tunes one step beyond the end, and the timer idles on.
     ScanBandIndex = nextIndex(ScanBandIndex, n, ScanBandLoop);
     ScanBandFreq = ScanBandIndex * ScanBandStep + ScanBandStart;
     lblFreq->setText(numtext::str(ScanBandFreq));
