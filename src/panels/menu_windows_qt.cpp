@@ -20,6 +20,7 @@
 #include "panels/frmUserdefs.h"
 #include "panels/frmUserdefs545.h"
 #include "panels/panel_logic.h"
+#include "scan/frmScanband.h"
 #include "scan/frmScanlist.h"
 #include "scan/frmScanpairs.h"
 #include "ui/facades.h"
@@ -67,6 +68,7 @@ const std::vector<MenuWindow> &menuWindows()
         {"mnuLast20", [](frmPanelBase &) { frmLast20::open(); }},
         {"mnuLog", [](frmPanelBase &) { frmLog::open(); }},
         {"mnuTracking", [](frmPanelBase &) { frmTracking::open(); }},
+        {"mnuScanBand", [](frmPanelBase &) { frmScanband::open(); }},
         {"mnuScanFreqlist", [](frmPanelBase &) { frmScanlist::open(); }},
         {"mnuScanfreqpairs", [](frmPanelBase &) { frmScanpairs::open(); }},
         // The RX-320's menu knows the marked frequencies and the scratchpad under names of its own.
