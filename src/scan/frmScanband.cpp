@@ -610,9 +610,17 @@ void frmScanband::cmdExit_Click() { close(); }
 void frmScanband::closeEvent(QCloseEvent *e)
 {
     // The timers first: none may fire once the close is decided, held or not.
+    closedMidSweep_ = closedMidSweep_ || tmrScanband.isActive() || tmrSqlon.isActive();
     stopTimers();
     if (guard_.holdClose(e))
         return;
+    // Closed mid-sweep (the close box): the NRD panel gets back the lock the sweep took.
+    if (closedMidSweep_ && receiver_) {
+        QPointer<frmScanband> self(this);
+        receiver_->lockPanel(0);
+        if (!self)
+            return;
+    }
     receiver_.reset();
     holds_.release();
     registerReader(kSanKind, {});

@@ -92,5 +92,6 @@ private:
     scanband::Levels ScanBandPrev1{}, ScanBandPrev2{};
     float ShowValue = 0;
     int overlayCounter_ = 0;
+    bool closedMidSweep_ = false;
     WindowGuard guard_{this};
 };

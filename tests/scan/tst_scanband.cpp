@@ -322,14 +322,16 @@ private slots:
         QTest::addColumn<int>("attenuator");
         QTest::addColumn<double>("khz"); // the RX-320's simulator hears the default band
         QTest::addColumn<bool>("userLock");
-        QTest::newRow("AR7030 RF -20 dB") << int(rxAR7030) << 3 << 6020.0 << false;
-        QTest::newRow("AR7030 RF +10 dB") << int(rxAR7030) << 0 << 6020.0 << false;
-        QTest::newRow("NRD535 -20 dB") << int(rxNRD535) << 1 << 6020.0 << false;
-        QTest::newRow("NRD545 -20 dB") << int(rxNRD545) << 1 << 6020.0 << false;
-        QTest::newRow("NRD535 locked by the user") << int(rxNRD535) << 0 << 6020.0 << true;
-        QTest::newRow("NRD545 -20 dB, locked by the user") << int(rxNRD545) << 1 << 6020.0 << true;
-        QTest::newRow("RX320") << int(rxRX320) << 0 << 6070.0 << false;
-        QTest::newRow("No RX") << int(rxNone) << 0 << 6020.0 << false;
+        QTest::addColumn<bool>("closeBox"); // the sweep ended by the close box, not by Stop
+        QTest::newRow("AR7030 RF -20 dB") << int(rxAR7030) << 3 << 6020.0 << false << false;
+        QTest::newRow("AR7030 RF +10 dB") << int(rxAR7030) << 0 << 6020.0 << false << false;
+        QTest::newRow("NRD535 -20 dB") << int(rxNRD535) << 1 << 6020.0 << false << false;
+        QTest::newRow("NRD545 -20 dB") << int(rxNRD545) << 1 << 6020.0 << false << false;
+        QTest::newRow("NRD545, closed mid-sweep") << int(rxNRD545) << 1 << 6020.0 << false << true;
+        QTest::newRow("NRD535 locked by the user") << int(rxNRD535) << 0 << 6020.0 << true << false;
+        QTest::newRow("NRD545 -20 dB, locked by the user") << int(rxNRD545) << 1 << 6020.0 << true << false;
+        QTest::newRow("RX320") << int(rxRX320) << 0 << 6070.0 << false << false;
+        QTest::newRow("No RX") << int(rxNone) << 0 << 6020.0 << false << false;
     }
     void compensationAndLock()
     {
@@ -337,6 +339,7 @@ private slots:
         QFETCH(int, attenuator);
         QFETCH(double, khz);
         QFETCH(bool, userLock);
+        QFETCH(bool, closeBox);
         BandRig rig(type);
         RxDriver *d = rig.w->receiver()->driver();
         if (auto *ar = qobject_cast<clsAR7030 *>(d))
@@ -355,7 +358,10 @@ private slots:
         QVERIFY2(std::abs(ScanBandLatest[1] - truth) < 0.5,
                  qPrintable(QString("%1 read, %2 on the air").arg(ScanBandLatest[1]).arg(truth)));
         from = rig.wireSize();
-        QTest::mouseClick(rig.w->cmdStop, Qt::LeftButton);
+        if (closeBox)
+            rig.w->close();
+        else
+            QTest::mouseClick(rig.w->cmdStop, Qt::LeftButton);
         if (nrd)
             QCOMPARE(rig.line()->written.mid(from).count("H0\r"), userLock ? 0 : 2);
     }
