@@ -1,0 +1,140 @@
+// The band scan's sweep of 100 steps with a delay of 0 on each model's simulator paced at its line
+// rate, against the bytes each way at 10 bits a byte plus the waits the drivers and the lock ask
+// for: a step should take its line time and its waits, and the tick add none of its own.
+#include "core/frmWelcome.h"
+#include "core/shared_state.h"
+#include "drivers/jrc_common.h"
+#include "panels/frmPanelBase.h"
+#include "scan/frmScanband.h"
+#include "scan/scan_band.h"
+#include "serial/sim_backend.h"
+#include "sim/ar7030_sim.h"
+#include "sim/nrd_sim.h"
+#include "sim/rx320_sim.h"
+#include "ui/facades.h"
+#include "bench_report.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QThread>
+#include <cstdio>
+#include <vector>
+
+namespace {
+
+constexpr int kSteps = 100;
+constexpr int kRuns = 3;
+constexpr double kSettleMs = 50; // after each "H1" and before each "H0" of a remote frame
+
+// Hands bytes to the model's simulator and counts what it sends back.
+class Counting : public SimDevice {
+public:
+    explicit Counting(std::unique_ptr<SimDevice> target) : target_(std::move(target))
+    {
+        target_->transmit = [this](const QByteArray &b) {
+            in += b.size();
+            send(b);
+        };
+    }
+    void receive(const QByteArray &b) override { target_->receive(b); }
+    int baudRate() const override { return target_->baudRate(); }
+    QString model() const override { return target_->model(); }
+    qint64 in = 0;
+
+private:
+    std::unique_ptr<SimDevice> target_;
+};
+
+void benchModel(int type, const char *name)
+{
+    QTemporaryDir dir;
+    dirPath = dir.path() + "/";
+    rxType = int16_t(type);
+    fillFixedTables();
+    computeFullDirTable();
+    slotCommPort() = 1;
+    remoteLock = remoteCommand = lockState = 0;
+    QFile ports(dir.filePath("comports.ini"));
+    ports.open(QIODevice::WriteOnly);
+    ports.write("sim\r\n");
+    ports.close();
+    // The RX-320's panel starts from its own settings file.
+    QFile rx320(dir.filePath("rx320settings.ini"));
+    rx320.open(QIODevice::WriteOnly);
+    rx320.write("7100.5\r\n10\r\n-150\r\n1\r\n400\r\n1\r\n40\r\n20\r\n");
+    rx320.close();
+    Counting *dev = nullptr;
+    CommLine::setSimulatorFactory([&]() -> std::unique_ptr<SimDevice> {
+        std::unique_ptr<SimDevice> sim;
+        switch (type) {
+        case rxAR7030: sim = std::make_unique<Ar7030Sim>(); break;
+        case rxNRD535: sim = std::make_unique<Nrd535Sim>(); break;
+        case rxNRD545: sim = std::make_unique<Nrd545Sim>(); break;
+        default: sim = std::make_unique<Rx320Sim>(); break;
+        }
+        auto c = std::make_unique<Counting>(std::move(sim));
+        dev = c.get();
+        return c;
+    });
+    auto welcome = std::make_unique<frmWelcome>();
+    isOpen(Win::frmWelcome) = true;
+    welcome->imgGo_Click();
+    auto *line = qobject_cast<SimBackend *>(welcome->Comm1.backend());
+    if (!line || !dev) {
+        std::printf("%s: no simulated line\n", name);
+        return;
+    }
+    line->setPaced(true);
+    frmScanband *w = frmScanband::open();
+    std::vector<double> perStep;
+    double limitPerStep = 0;
+    for (int run = 0; run < kRuns; ++run) {
+        w->txtInput[0]->setText(QStringLiteral("5900"));
+        w->txtInput[1]->setText(QString::number(5900 + kSteps * 5 - 5));
+        w->txtInput[2]->setText(QStringLiteral("5"));
+        w->txtInput[3]->setText(QStringLiteral("0"));
+        QThread::msleep(300);
+        QCoreApplication::processEvents();
+        w->cmdStart->click();
+        // Each step as the timer runs it: a delay of 0 fires as soon as the event loop is free.
+        const qsizetype out0 = line->written.size();
+        const qint64 in0 = dev->in;
+        QElapsedTimer t;
+        t.start();
+        while (w->tmrScanband.isActive() && scanband::ScanBandIndex < kSteps)
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        const double ms = double(t.nsecsElapsed()) / 1e6;
+        const QByteArray out = line->written.mid(out0);
+        const double waits = (out.count("H1\r") + out.count("H0\r")) * kSettleMs;
+        const double limit = (out.size() + (dev->in - in0)) * 10.0 * 1000.0 / dev->baudRate() + waits;
+        w->cmdStop->click();
+        perStep.push_back(ms / kSteps);
+        limitPerStep = limit / kSteps;
+    }
+    char op[64];
+    std::snprintf(op, sizeof op, "%s band scan, ms per step", name);
+    reportRuns(op, perStep, limitPerStep, kSteps);
+    w->close();
+    QCoreApplication::processEvents();
+    if (auto *p = frmWelcome::openWindow(panelWin(type)))
+        p->close();
+    QCoreApplication::processEvents();
+    CommLine::setSimulatorFactory({});
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QApplication app(argc, argv);
+    ui::installDialogs(std::make_shared<ui::ScriptedDialogs>());
+    benchModel(rxAR7030, "AR7030");
+    benchModel(rxNRD535, "NRD-535");
+    benchModel(rxNRD545, "NRD-545");
+    benchModel(rxRX320, "RX-320");
+    return 0;
+}
