@@ -5,6 +5,9 @@
 #include "core/shared_state.h"
 #include "data/file_store.h"
 #include "panels/frmPanelBase.h"
+#include "scan/frmScanband.h"
+#include "scan/frmScanlist.h"
+#include "scan/frmScanpairs.h"
 #include "ui/facades.h"
 
 #include <QAbstractButton>
@@ -16,6 +19,7 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QPixmap>
+#include <QPushButton>
 #include <QTimer>
 #include <cstdio>
 
@@ -33,6 +37,7 @@ public:
 };
 
 QString outDir;
+std::shared_ptr<ui::FixedClock> shotClock;
 
 void save(QWidget *w, const QString &name)
 {
@@ -182,6 +187,64 @@ void listWindows(frmWelcome &w, frmPanelBase &panel)
     }
 }
 
+// The scans mid-run, the clock going on by each tick's delay so that the stations rise and fade;
+// then the band chart with two saved sweeps over it. Each window closes before the next: an open
+// scan holds the others' menu entries.
+void scanWindows(frmPanelBase &panel)
+{
+    const auto trigger = [&panel](const char *entry) {
+        QAction *a = panel.menuEntry(QString::fromLatin1(entry));
+        if (a && a->isEnabled())
+            a->trigger();
+        else
+            std::fprintf(stderr, "%s is not offered\n", entry);
+        QApplication::processEvents();
+    };
+    trigger("mnuScanFreqlist");
+    if (auto *list = qobject_cast<frmScanlist *>(frmWelcome::openWindow(Win::frmScanlist))) {
+        load(11, QStringLiteral("SFL_demo.TXT"));
+        list->txtDelay->setText(QStringLiteral("3"));
+        list->txtUpdate->setText(QStringLiteral("3"));
+        list->cmdStart->click();
+        for (int i = 0; i < 15 * 12; ++i) {
+            shotClock->advanceSecs(3);
+            list->tmrScanlist_Timer();
+            QApplication::processEvents();
+        }
+        QApplication::processEvents();
+        save(list, QStringLiteral("scanlist"));
+        list->cmdStop->click();
+        list->close();
+    }
+    trigger("mnuScanfreqpairs");
+    if (auto *pairs = qobject_cast<frmScanpairs *>(frmWelcome::openWindow(Win::frmScanpairs))) {
+        load(12, QStringLiteral("SFP_demo.TXT"));
+        pairs->cmdStart->click();
+        for (int i = 0; i < 4; ++i)
+            pairs->tmrScanpairs_Timer();
+        save(pairs, QStringLiteral("scanpairs"));
+        pairs->cmdStop->click();
+        pairs->close();
+    }
+    trigger("mnuScanBand");
+    if (auto *band = qobject_cast<frmScanband *>(frmWelcome::openWindow(Win::frmScanband))) {
+        const char *inputs[] = {"5900", "6200", "2", "0"};
+        for (int i = 0; i < 4; ++i)
+            band->txtInput[size_t(i)]->setText(QLatin1String(inputs[i]));
+        band->cmdStart->click();
+        for (int i = 0; i < 110; ++i)
+            band->tmrScanband_Timer();
+        save(band, QStringLiteral("scanband"));
+        band->cmdStop->click();
+        band->cmdCls->click();
+        load(6, QStringLiteral("SAN_49m_1000Z.TXT"));
+        load(6, QStringLiteral("SAN_49m_2000Z.TXT"));
+        save(band, QStringLiteral("scanband_overlays"));
+        band->close();
+    }
+    QApplication::processEvents();
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -197,7 +260,8 @@ int main(int argc, char **argv)
     ui::installDialogs(std::make_shared<ShotDialogs>());
     // One fixed moment, midday in the demo's time zone, so that the same stations are on the air
     // in every picture.
-    ui::installClock(std::make_shared<ui::FixedClock>(QDateTime(QDate(2026, 11, 23), QTime(13, 0))));
+    shotClock = std::make_shared<ui::FixedClock>(QDateTime(QDate(2026, 11, 23), QTime(13, 0)));
+    ui::installClock(shotClock);
     for (int type : {int(rxAR7030), int(rxNRD535), int(rxRX320), int(rxNRD545), int(rxNone)}) {
         frmWelcome w;
         w.Form_Load();
@@ -209,8 +273,11 @@ int main(int argc, char **argv)
         if (!panel)
             continue;
         save(panel, panel->objectName().mid(3).toLower());
-        if (type == rxAR7030)
+        if (type == rxAR7030) {
+            scanWindows(*panel);
             listWindows(w, *panel);
+            shotClock->set(QDateTime(QDate(2026, 11, 23), QTime(13, 0)));
+        }
         panel->close();
         delete panel;
     }

@@ -22,6 +22,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
@@ -319,8 +320,15 @@ void frmScanband::cmdStart_Click()
 
 void frmScanband::tmrScanband_Timer()
 {
-    if (!tmrScanband.isActive() || guard_.stopRequested())
+    // A tick that comes while one waits on the receiver or lets events run is passed over: it
+    // would measure the same step again and move the sweep on twice.
+    if (!tmrScanband.isActive() || guard_.stopRequested() || ticking_)
         return;
+    ticking_ = true;
+    const auto done = qScopeGuard([self = QPointer<frmScanband>(this)] {
+        if (self)
+            self->ticking_ = false;
+    });
     last20Enabled = true;
     if (frmWelcome *w = frmWelcome::instance())
         if (isOpen(Win::frmLast20) && w->hub.last20IgnoresSteps && w->hub.last20IgnoresSteps())
@@ -359,8 +367,13 @@ void frmScanband::tmrScanband_Timer()
 
 void frmScanband::tmrSqlon_Timer()
 {
-    if (!tmrSqlon.isActive() || guard_.stopRequested())
+    if (!tmrSqlon.isActive() || guard_.stopRequested() || ticking_)
         return;
+    ticking_ = true;
+    const auto done = qScopeGuard([self = QPointer<frmScanband>(this)] {
+        if (self)
+            self->ticking_ = false;
+    });
     QPointer<frmScanband> self(this);
     const float v = receiver_ ? receiver_->level() : 0.0f;
     QCoreApplication::processEvents();

@@ -93,5 +93,6 @@ private:
     float ShowValue = 0;
     int overlayCounter_ = 0;
     bool closedMidSweep_ = false;
+    bool ticking_ = false;
     WindowGuard guard_{this};
 };

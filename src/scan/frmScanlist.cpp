@@ -293,7 +293,10 @@ void frmScanlist::tmrScanlist_Timer()
     if (!scanning() || ticking_ || guard_.stopRequested())
         return;
     ticking_ = true;
-    const auto done = qScopeGuard([this] { ticking_ = false; });
+    const auto done = qScopeGuard([self = QPointer<frmScanlist>(this)] {
+        if (self)
+            self->ticking_ = false;
+    });
     scan_.beginTick();
     const float v = rx_->level();
     if (guard_.stopRequested() || !scanning())
