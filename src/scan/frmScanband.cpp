@@ -320,8 +320,9 @@ void frmScanband::cmdStart_Click()
 
 void frmScanband::tmrScanband_Timer()
 {
-    // A tick that comes while one waits on the receiver or lets events run is passed over: it
-    // would measure the same step again and move the sweep on twice.
+    // A tick run by a direct call (the picture program, a test) while the timer's own lets events
+    // run is passed over: it would measure the same step again and move the sweep on twice. The
+    // timer's ticks are kept apart by the window's handler guard already.
     if (!tmrScanband.isActive() || guard_.stopRequested() || ticking_)
         return;
     ticking_ = true;
