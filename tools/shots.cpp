@@ -274,6 +274,8 @@ int main(int argc, char **argv)
             continue;
         save(panel, panel->objectName().mid(3).toLower());
         if (type == rxAR7030) {
+            // The scans first: the marked frequencies' scan that the list windows' pictures leave
+            // running would retune the receiver under them.
             scanWindows(*panel);
             listWindows(w, *panel);
             shotClock->set(QDateTime(QDate(2026, 11, 23), QTime(13, 0)));
