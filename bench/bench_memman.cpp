@@ -1,6 +1,7 @@
 // The memory window's fill and fetch of every cell, on each model's simulator paced at its line
 // rate, against the bytes each way at 10 bits a byte plus the pauses the jobs and the remote
 // frames ask for: a job should take its line time and its waits, little more.
+#include "counting_device.h"
 #include "core/frmWelcome.h"
 #include "core/shared_state.h"
 #include "drivers/jrc_common.h"
@@ -30,25 +31,6 @@ constexpr double kSettleMs = 50;   // after each "H1" and before each "H0" of a 
 constexpr double kCellFetchMs = 15; // the window's wait before each JRC cell
 constexpr double kCellFillMs = 10;  // and after each JRC cell it fills
 constexpr double kFetchStartMs = 100;
-
-// Hands bytes to the model's simulator and counts what it sends back.
-class Counting : public SimDevice {
-public:
-    explicit Counting(std::unique_ptr<SimDevice> target) : target_(std::move(target))
-    {
-        target_->transmit = [this](const QByteArray &b) {
-            in += b.size();
-            send(b);
-        };
-    }
-    void receive(const QByteArray &b) override { target_->receive(b); }
-    int baudRate() const override { return target_->baudRate(); }
-    QString model() const override { return target_->model(); }
-    qint64 in = 0;
-
-private:
-    std::unique_ptr<SimDevice> target_;
-};
 
 struct Run {
     double ms = 0;

@@ -1,6 +1,7 @@
 // The band scan's sweep of 100 steps with a delay of 0 on each model's simulator paced at its line
 // rate, against the bytes each way at 10 bits a byte plus the waits the drivers and the lock ask
 // for: a step should take its line time and its waits, and the tick add none of its own.
+#include "counting_device.h"
 #include "core/frmWelcome.h"
 #include "core/shared_state.h"
 #include "drivers/jrc_common.h"
@@ -29,25 +30,6 @@ namespace {
 constexpr int kSteps = 100;
 constexpr int kRuns = 3;
 constexpr double kSettleMs = 50; // after each "H1" and before each "H0" of a remote frame
-
-// Hands bytes to the model's simulator and counts what it sends back.
-class Counting : public SimDevice {
-public:
-    explicit Counting(std::unique_ptr<SimDevice> target) : target_(std::move(target))
-    {
-        target_->transmit = [this](const QByteArray &b) {
-            in += b.size();
-            send(b);
-        };
-    }
-    void receive(const QByteArray &b) override { target_->receive(b); }
-    int baudRate() const override { return target_->baudRate(); }
-    QString model() const override { return target_->model(); }
-    qint64 in = 0;
-
-private:
-    std::unique_ptr<SimDevice> target_;
-};
 
 void benchModel(int type, const char *name)
 {

@@ -4,7 +4,9 @@
 #include "ui/facades.h"
 #include "ui/printing_qt.h"
 
+#include <QApplication>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <functional>
 #include <memory>
 
@@ -65,3 +67,18 @@ private:
     QByteArray trigger_, reply_;
     int baud_;
 };
+
+// Runs f once on the modal window of type W as soon as it shows.
+template <class W>
+void whenModal(std::function<void(W *)> f)
+{
+    auto *t = new QTimer;
+    QObject::connect(t, &QTimer::timeout, [t, f] {
+        if (auto *w = qobject_cast<W *>(QApplication::activeModalWidget())) {
+            t->deleteLater();
+            t->stop();
+            f(w);
+        }
+    });
+    t->start(5);
+}

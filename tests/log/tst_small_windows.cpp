@@ -28,21 +28,6 @@ using smalllists::last20Freqs;
 using smalllists::markedFreqs;
 
 namespace {
-// Runs f once on the modal window of type W as soon as it shows.
-template <class W>
-void whenModal(std::function<void(W *)> f)
-{
-    auto *t = new QTimer;
-    QObject::connect(t, &QTimer::timeout, [t, f] {
-        if (auto *w = qobject_cast<W *>(QApplication::activeModalWidget())) {
-            t->deleteLater();
-            t->stop();
-            f(w);
-        }
-    });
-    t->start(5);
-}
-
 struct SmallRig : PanelRig {
     frmAR7030 *p = nullptr;
     SmallRig() : PanelRig(rxAR7030)

@@ -96,20 +96,6 @@ struct ScanCase { QString from, to; QList<int> rows; int top; }; // top -1: scro
 struct RefusalCase { QString button; bool loaded; QString from, to, title, boxesAfter; };
 struct EditorCase { QString button; int action; QString caption, question; };
 
-// Runs f once on the modal window of type W as soon as it shows.
-template <class W>
-void whenModal(std::function<void(W *)> f)
-{
-    auto *t = new QTimer;
-    QObject::connect(t, &QTimer::timeout, [t, f] {
-        if (auto *w = qobject_cast<W *>(QApplication::activeModalWidget())) {
-            t->deleteLater();
-            t->stop();
-            f(w);
-        }
-    });
-    t->start(5);
-}
 } // namespace
 Q_DECLARE_METATYPE(FetchCase)
 Q_DECLARE_METATYPE(FillCase)

@@ -34,20 +34,6 @@ Places placesOf(const QString &spec)
 
 QString joined(const Places &p) { return QStringList(p.begin(), p.end()).join(u'|'); }
 
-template <class W>
-void whenModal(std::function<void(W *)> f)
-{
-    auto *t = new QTimer;
-    QObject::connect(t, &QTimer::timeout, [t, f] {
-        if (auto *w = qobject_cast<W *>(QApplication::activeModalWidget())) {
-            t->deleteLater();
-            t->stop();
-            f(w);
-        }
-    });
-    t->start(5);
-}
-
 // Test stations: one that comes on the air at 12:00 UTC, one always there; no fading to speak of.
 SimBand testBand()
 {
