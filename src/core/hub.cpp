@@ -214,9 +214,7 @@ void FrequencyHub::getfreq(QString &box, const QString &received)
     if (!box.endsWith(u'\r'))
         return;
     if (rxType == rxNRD535 || rxType == rxNRD545) {
-        last20Enabled = true;
-        if (last20IgnoresSteps && last20IgnoresSteps())
-            last20Enabled = false;
+        last20Enabled = !stepsIgnored();
         const int right = rxType == rxNRD535 ? 10 : 12;
         trackFreq = numtext::Val(box.right(right).left(8)) / 1000.0;
         if (panel_)

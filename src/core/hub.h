@@ -49,6 +49,8 @@ public:
     void setFollower(Win w, FrequencyFollower *f);
     std::function<void(const QString &)> last20Add;   // frmLast20: put at the head of its list
     std::function<bool()> last20IgnoresSteps;          // frmLast20's "Ignore Freq steps"
+    // Whether a step of the dial stays out of Last 20: false while no Last 20 window says so.
+    bool stepsIgnored() const { return last20IgnoresSteps && last20IgnoresSteps(); }
     std::function<void()> searchTracking;              // frmTracking's SearchTracking
 
     void Change2FreqA(double &freq);

@@ -65,7 +65,7 @@ QGroupBox *optionFrame(QWidget *parent, const char *frame, const char *name, con
 bool ignoresSteps()
 {
     frmWelcome *w = frmWelcome::instance();
-    return w && w->hub.last20IgnoresSteps && w->hub.last20IgnoresSteps();
+    return w && w->hub.stepsIgnored();
 }
 
 void send(const QByteArray &bytes)

@@ -331,10 +331,7 @@ void frmPanelBase::txtFrequencyA_DblClick()
 void frmPanelBase::step(panel::StepDir dir)
 {
     direction_ = dir;
-    last20Enabled = true;
-    FrequencyHub &hub = frmWelcome::instance()->hub;
-    if (isOpen(Win::frmLast20) && hub.last20IgnoresSteps && hub.last20IgnoresSteps())
-        last20Enabled = false;
+    last20Enabled = !(isOpen(Win::frmLast20) && frmWelcome::instance()->hub.stepsIgnored());
     spnFreqstep->setEnabled(false);
     const double khz = panel::steppedFrequency(txtFrequencyA->text(), cmbFreqstep->currentText(), dir,
                                                freqLowerLimit, freqUpperLimit);

@@ -330,10 +330,8 @@ void frmScanband::tmrScanband_Timer()
         if (self)
             self->ticking_ = false;
     });
-    last20Enabled = true;
-    if (frmWelcome *w = frmWelcome::instance())
-        if (isOpen(Win::frmLast20) && w->hub.last20IgnoresSteps && w->hub.last20IgnoresSteps())
-            last20Enabled = false;
+    frmWelcome *w = frmWelcome::instance();
+    last20Enabled = !(isOpen(Win::frmLast20) && w && w->hub.stepsIgnored());
     const double n = lastStep();
     if (ScanBandIndex > n)
         return;

@@ -23,11 +23,11 @@ using namespace scanlist;
 
 namespace {
 // "3=9410 7=-": the places named, every other place "-".
-Places placesOf(const QString &spec)
+Places placesOf(const QString &items)
 {
     Places p;
     p.fill(QStringLiteral("-"));
-    for (const QString &item : spec.split(u' ', Qt::SkipEmptyParts))
+    for (const QString &item : items.split(u' ', Qt::SkipEmptyParts))
         p[size_t(item.section(u'=', 0, 0).toInt())] = item.section(u'=', 1);
     return p;
 }
