@@ -90,39 +90,13 @@ int cellLimit = 0;
 
 void benchModel(int type, const char *name)
 {
-    QTemporaryDir dir;
-    dirPath = dir.path() + "/";
-    rxType = int16_t(type);
-    fillFixedTables();
-    computeFullDirTable();
-    slotCommPort() = 1;
-    remoteLock = remoteCommand = lockState = 0;
-    QFile ports(dir.filePath("comports.ini"));
-    ports.open(QIODevice::WriteOnly);
-    ports.write("sim\r\n");
-    ports.close();
-    Counting *dev = nullptr;
-    CommLine::setSimulatorFactory([&]() -> std::unique_ptr<SimDevice> {
-        std::unique_ptr<SimDevice> sim;
-        if (type == rxAR7030)
-            sim = std::make_unique<Ar7030Sim>();
-        else if (type == rxNRD535)
-            sim = std::make_unique<Nrd535Sim>();
-        else
-            sim = std::make_unique<Nrd545Sim>();
-        auto c = std::make_unique<Counting>(std::move(sim));
-        dev = c.get();
-        return c;
-    });
-    auto welcome = std::make_unique<frmWelcome>();
-    isOpen(Win::frmWelcome) = true;
-    welcome->imgGo_Click();
-    auto *line = qobject_cast<SimBackend *>(welcome->Comm1.backend());
-    if (!line || !dev) {
+    PacedStation station(type);
+    if (!station.ok()) {
         std::printf("%s: no simulated line\n", name);
         return;
     }
-    line->setPaced(true);
+    SimBackend *line = station.line;
+    Counting *dev = station.dev;
     frmMemman *mm = frmMemman::open();
     auto dialogs = std::make_shared<ui::ScriptedDialogs>();
     const auto oldDialogs = ui::installDialogs(dialogs);
@@ -158,9 +132,7 @@ void benchModel(int type, const char *name)
     if (QWidget *p = frmWelcome::openWindow(type == rxAR7030 ? Win::frmAR7030 : type == rxNRD535 ? Win::frmNRD535 : Win::frmNRD545))
         p->close();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    welcome.reset();
     ui::installDialogs(oldDialogs);
-    CommLine::setSimulatorFactory({});
 }
 
 } // namespace

@@ -33,44 +33,13 @@ constexpr double kSettleMs = 50; // after each "H1" and before each "H0" of a re
 
 void benchModel(int type, const char *name)
 {
-    QTemporaryDir dir;
-    dirPath = dir.path() + "/";
-    rxType = int16_t(type);
-    fillFixedTables();
-    computeFullDirTable();
-    slotCommPort() = 1;
-    remoteLock = remoteCommand = lockState = 0;
-    QFile ports(dir.filePath("comports.ini"));
-    ports.open(QIODevice::WriteOnly);
-    ports.write("sim\r\n");
-    ports.close();
-    // The RX-320's panel starts from its own settings file.
-    QFile rx320(dir.filePath("rx320settings.ini"));
-    rx320.open(QIODevice::WriteOnly);
-    rx320.write("7100.5\r\n10\r\n-150\r\n1\r\n400\r\n1\r\n40\r\n20\r\n");
-    rx320.close();
-    Counting *dev = nullptr;
-    CommLine::setSimulatorFactory([&]() -> std::unique_ptr<SimDevice> {
-        std::unique_ptr<SimDevice> sim;
-        switch (type) {
-        case rxAR7030: sim = std::make_unique<Ar7030Sim>(); break;
-        case rxNRD535: sim = std::make_unique<Nrd535Sim>(); break;
-        case rxNRD545: sim = std::make_unique<Nrd545Sim>(); break;
-        default: sim = std::make_unique<Rx320Sim>(); break;
-        }
-        auto c = std::make_unique<Counting>(std::move(sim));
-        dev = c.get();
-        return c;
-    });
-    auto welcome = std::make_unique<frmWelcome>();
-    isOpen(Win::frmWelcome) = true;
-    welcome->imgGo_Click();
-    auto *line = qobject_cast<SimBackend *>(welcome->Comm1.backend());
-    if (!line || !dev) {
+    PacedStation station(type);
+    if (!station.ok()) {
         std::printf("%s: no simulated line\n", name);
         return;
     }
-    line->setPaced(true);
+    SimBackend *line = station.line;
+    Counting *dev = station.dev;
     frmScanband *w = frmScanband::open();
     std::vector<double> perStep;
     double limitPerStep = 0;
@@ -105,7 +74,6 @@ void benchModel(int type, const char *name)
     if (auto *p = frmWelcome::openWindow(panelWin(type)))
         p->close();
     QCoreApplication::processEvents();
-    CommLine::setSimulatorFactory({});
 }
 
 } // namespace
